@@ -1,0 +1,45 @@
+// What the machine asks of the world around it. The desktop program, quollrun, the tests and the
+// fuzzers each supply their own; whatever is left alone does nothing.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace quoll {
+
+struct Machine;
+
+enum class MessageIcon { None, Exclamation, Stop };
+
+// Thrown when the machine ends the program: a wrong prefix, a write into a card's window, a missing
+// ROM. The message has been shown by then; whoever owns the machine closes down.
+struct ProgramEnd {};
+
+struct Host {
+  virtual ~Host() = default;
+
+  // Serves the user once: window events, timers, handlers. May change the machine in any way.
+  virtual void Pump(Machine&) {}
+  // Called after every 65536 passes that used no T-states, since a program made of them reaches no
+  // frame end. A host with windows pumps here when its last pump is 50 ms old.
+  virtual void Stalled(Machine&) {}
+  // Called when a frame has ended, after its sound, whether it was drawn or not.
+  virtual void FrameEnded(Machine&) {}
+  // Waits until the sound output wants the next block: returns once mixer.NeedData is 1.
+  virtual void WaitForBlock(Machine&);
+  // Called with the block of five frames as soon as it is mixed.
+  virtual void BlockMixed(Machine&) {}
+
+  // Milliseconds since some fixed moment; wraps at 32 bits.
+  virtual uint32_t TickCount() { return 0; }
+  // A finer clock: counts, and counts per second (never 0).
+  virtual int64_t PerformanceCounter() { return 0; }
+  virtual int64_t PerformanceFrequency() { return 1; }
+
+  // Shows a message box with one button and waits for it where there is somebody to press it.
+  virtual void MessageBox(std::string_view /*text*/, std::string_view /*title*/, MessageIcon /*icon*/) {}
+  // Sounds the host's beeper: hertz, milliseconds.
+  virtual void Beep(int /*frequency*/, int /*duration*/) {}
+};
+
+}  // namespace quoll

@@ -1,0 +1,22 @@
+#include "core/RomFiles.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+
+#include "core/Machine.h"
+
+namespace quoll {
+
+bool ReadRomFile(const Machine& m, std::string_view name, std::span<uint8_t> buffer) {
+  std::ranges::fill(buffer, uint8_t{0});
+  const std::filesystem::path path = std::filesystem::path(m.programFolder) / name;
+  std::error_code error;
+  if (std::filesystem::is_directory(path, error)) return false;
+  std::ifstream file(path, std::ios::binary);
+  if (!file) return false;
+  file.read(reinterpret_cast<char*>(buffer.data()), static_cast<std::streamsize>(buffer.size()));
+  return !file.bad();
+}
+
+}  // namespace quoll

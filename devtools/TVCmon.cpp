@@ -1,0 +1,21 @@
+#include "devtools/TVCmon.h"
+
+#include <array>
+
+#include "core/Machine.h"
+
+namespace quoll {
+
+namespace {
+
+constexpr std::array kControls{
+    Control{"Check1", ControlKind::Check, [](Machine& m) -> ControlField { return &m.tvcmon.Check1; }},
+    Control{"Check2", ControlKind::Check, [](Machine& m) -> ControlField { return &m.tvcmon.Check2; }},
+    Control{"Check3", ControlKind::Check, [](Machine& m) -> ControlField { return &m.tvcmon.Check3; }},
+};
+
+}  // namespace
+
+std::span<const Control> TVCmonControls() { return kControls; }
+
+}  // namespace quoll

@@ -1,0 +1,71 @@
+#include "display/Keyboard.h"
+
+#include "core/Machine.h"
+
+namespace quoll {
+
+namespace {
+
+constexpr int32_t kF1 = 0x70;
+constexpr int32_t kF2 = 0x71;
+
+// Host keys of the nine wired rows, bit 7 first, as virtual key codes; 0 is a place without a key. The
+// places are those of a Hungarian keyboard, where the OEM codes are the accented letters.
+constexpr std::array<std::array<uint8_t, 8>, 9> kHostKeys{{
+    {'4', '1', 0xE2, '6', '0', '2', '3', '5'},        // 0xE2 OEM_102
+    {'7', 0xC0, 0xBB, 0x6A, 0xBF, '9', '8', 0x6D},    // OEM_3, OEM_PLUS, numpad *, OEM_2, numpad -
+    {'R', 'Q', 0x75, 'Z', 0x74, 'W', 'E', 'T'},       // F6, F5
+    {'U', 'P', 0xDD, 0x76, 0xDB, 'O', 'I', 0x77},     // OEM_6, F7, OEM_4, F8
+    {'F', 'A', 0x6B, 'H', 0x6F, 'S', 'D', 'G'},       // numpad +, numpad /
+    {'J', 0xBA, 0xDC, 0x0D, 0xDE, 'L', 'K', 0x08},    // OEM_1, OEM_5, Enter, OEM_7, Backspace
+    {'V', 'Y', 0x14, 'N', 0x10, 'X', 'C', 'B'},       // Caps Lock, Shift
+    {'M', 0xBD, 0x20, 0x11, 0x23, 0xBE, 0xBC, 0x12},  // OEM_MINUS, Space, Ctrl, End, ., comma, Alt
+    {0, 0x25, 0x27, 0x79, 0x78, 0x28, 0x26, 0x2D},    // Left, Right, F10, F9, Down, Up, Insert
+}};
+
+struct Wire {
+  uint8_t row = 0;
+  uint8_t bit = 0;  // 0: not wired
+};
+
+// The same table by key code.
+constexpr std::array<Wire, 256> MakeWires() {
+  std::array<Wire, 256> wires{};
+  for (uint32_t row = 0; row < kHostKeys.size(); ++row) {
+    for (uint32_t place = 0; place < 8; ++place) {
+      const uint8_t code = kHostKeys[row][place];
+      if (code != 0) wires[code] = {static_cast<uint8_t>(row), static_cast<uint8_t>(0x80U >> place)};
+    }
+  }
+  return wires;
+}
+constexpr std::array<Wire, 256> kWires = MakeWires();
+
+}  // namespace
+
+int32_t KeyboardRow(const Keyboard& keyboard, int32_t row) { return 255 - keyboard.KeyMatrix[row & 0x0F]; }
+
+void KeyboardClear(Keyboard& keyboard) { keyboard.KeyMatrix.fill(0); }
+
+bool KeyboardPress(Keyboard& keyboard, int32_t keyCode, bool down) {
+  if (keyCode < 0 || keyCode > 255) return false;
+  const Wire wire = kWires[keyCode];
+  if (wire.bit == 0) return false;
+  uint8_t& keys = keyboard.KeyMatrix[wire.row];
+  keys = static_cast<uint8_t>(down ? keys | wire.bit : keys & ~wire.bit);
+  return true;
+}
+
+void picd_KeyDown(Machine& m, int32_t& keyCode, int32_t shift) {
+  if (shift == kAltKey) return;  // the host's own: menus, Alt+F4. Alt with Shift or Ctrl is the machine's.
+  const int32_t pressed = keyCode;
+  keyCode = 0;
+  KeyboardPress(m.keyboard, pressed, true);
+  if (pressed == kF1) xReset_Click(m);
+  if (pressed == kF2) xReset2_Click(m);
+}
+
+// No filter on Alt: a key that went down without it and comes up with it must not stay pressed.
+void picd_KeyUp(Machine& m, int32_t keyCode) { KeyboardPress(m.keyboard, keyCode, false); }
+
+}  // namespace quoll

@@ -1,0 +1,37 @@
+// The keyboard matrix: sixteen rows of eight keys, a set bit meaning a key held down. Rows 0 to 8 are
+// wired; the host's keys reach them by Windows virtual key codes, by position and not by letter.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+namespace quoll {
+
+struct Machine;
+
+struct Keyboard {
+  std::array<uint8_t, 16> KeyMatrix{};
+
+  bool operator==(const Keyboard&) const = default;
+};
+
+// Modifier bits of a key event.
+inline constexpr int32_t kShiftKey = 1;
+inline constexpr int32_t kCtrlKey = 2;
+inline constexpr int32_t kAltKey = 4;
+
+// What port 0x58 gives for a row (low four bits count): a pressed key reads 0.
+int32_t KeyboardRow(const Keyboard& keyboard, int32_t row);
+
+// Releases every key: focus changes, a mouse press on the picture, reset.
+void KeyboardClear(Keyboard& keyboard);
+
+// Sets or clears the matrix bit of a virtual key code; false when the code is not wired.
+bool KeyboardPress(Keyboard& keyboard, int32_t keyCode, bool down);
+
+// A key event of the picture box. Sets keyCode to 0 when the key is used up, which also an unwired one
+// is; leaves it when the host shall act on it (Alt alone with the key). F1 and F2 reset the machine.
+void picd_KeyDown(Machine& m, int32_t& keyCode, int32_t shift);
+void picd_KeyUp(Machine& m, int32_t keyCode);
+
+}  // namespace quoll

@@ -1,0 +1,71 @@
+// The DIB path: a 24-bit bitmap in which each screen row is copied to the device row below it, so
+// that there are no gaps.
+#include <algorithm>
+#include <cstring>
+
+#include "core/Machine.h"
+#include "display/ScreenWalk.h"
+
+namespace quoll {
+
+namespace {
+
+constexpr size_t kPixelBytes = 3;
+
+// The copy to the row below has a fixed length: of a wider row only the front is doubled, the rest of the row
+// below stays as it was. Wanted.
+constexpr size_t kCopyBytes = 512 * kPixelBytes;
+constexpr size_t kCopyBytes80 = 640 * kPixelBytes;
+
+// readRow(walk, r, row) gives the bytes of screen row r, counted from 0.
+template <typename ReadRowFunction>
+void DrawDib(Machine& m, ColourMode mode, size_t copyBytes, ReadRowFunction readRow) {
+  ScreenWalk walk = StartPicture(m, mode);
+  auto decoder = MakeRowDecoder<kPixelBytes>(mode);
+  RowBytes row;
+  std::array<uint8_t, kMaxRowBytes * 8 * kPixelBytes> line;
+  const size_t lineBytes = static_cast<size_t>(walk.bytesPerRow) * 8 * kPixelBytes;
+  // A copy longer than the row would reach rows that are built later, so the row's length is enough.
+  const size_t doubled = std::min(copyBytes, lineBytes);
+
+  const size_t pitch = static_cast<size_t>(m.picture.DibWidth) * kPixelBytes;
+
+  size_t position = 0;
+  for (int32_t r = 0; r < walk.rows && lineBytes > 0; ++r) {
+    SetPalette(decoder, PaletteOfRow(m.palette, r + 1));
+    DecodeRow(decoder, readRow(walk, r, row), line.data());
+    uint8_t* const out = m.picture.DibBits.data() + position;
+    std::memcpy(out, line.data(), lineBytes);
+    std::memcpy(out + pitch, line.data(), doubled);
+    position += 2 * pitch;
+  }
+  m.picture.shownFromDib = true;
+}
+
+auto InOrder(const Machine& m) {
+  return [&m](ScreenWalk& walk, int32_t, RowBytes& row) { return ReadRow(m, walk, row); };
+}
+
+}  // namespace
+
+void Srefresh2DIB(Machine& m) {
+  DrawDib(m, ColourMode::Two, kCopyBytes, [&m](ScreenWalk& walk, int32_t, RowBytes& row) {
+    const std::span<uint8_t> bytes = ReadRow(m, walk, row);
+    if (m.screen.xScreenNoise) NoiseRow(m, bytes);
+    return bytes;
+  });
+}
+
+void Srefresh4DIB(Machine& m) { DrawDib(m, ColourMode::Four, kCopyBytes, InOrder(m)); }
+
+void Srefresh16DIB(Machine& m) {
+  if (CharactersPerRow(m.crtc) == 80) return Srefresh16DIB80(m);
+  DrawDib(m, ColourMode::Sixteen, kCopyBytes, InOrder(m));
+}
+
+void Srefresh16DIB80(Machine& m) {
+  DrawDib(m, ColourMode::Sixteen, kCopyBytes80,
+          [&m](ScreenWalk& walk, int32_t r, RowBytes& row) { return ReadRow80(m, walk, r, row); });
+}
+
+}  // namespace quoll

@@ -1,0 +1,60 @@
+#include "script/ScriptHost.h"
+
+#include "core/Machine.h"
+
+namespace quoll {
+
+namespace {
+
+constexpr int64_t kSecond = 1'000'000'000;
+constexpr int64_t kMillisecond = kSecond / 1000;
+constexpr int64_t kFrameTime = 20 * kMillisecond;
+
+}  // namespace
+
+void ScriptHost::FrameEnded(Machine& m) {
+  frames++;
+  PassFrame();
+  if (callback != LUA_NOREF && callbackError == LUA_NOREF) CallBack();
+  // After the function, so that it can end a run but not prolong it.
+  if (frames >= stopAt || callbackError != LUA_NOREF) m.run.CpuRunning = 0;
+}
+
+void ScriptHost::CallBack() {
+  lua_rawgeti(callbackThread, LUA_REGISTRYINDEX, callback);
+  // An error must not leap over the engine's frames: it is raised again when they are gone.
+  if (lua_pcall(callbackThread, 0, 0, 0) != LUA_OK)
+    callbackError = luaL_ref(callbackThread, LUA_REGISTRYINDEX);
+}
+
+void ScriptHost::WaitForBlock(Machine& m) { m.mixer.NeedData = 1; }
+
+void ScriptHost::BlockMixed(Machine& m) {
+  sound.insert(sound.end(), m.mixer.BlockBuffer.begin(), m.mixer.BlockBuffer.end());
+}
+
+uint32_t ScriptHost::TickCount() { return static_cast<uint32_t>(Now() / kMillisecond); }
+int64_t ScriptHost::PerformanceCounter() { return Now(); }
+int64_t ScriptHost::PerformanceFrequency() { return kSecond; }
+
+void ScriptHost::MessageBox(std::string_view text, std::string_view title, MessageIcon /*icon*/) {
+  messages.push_back({std::string(text), std::string(title)});
+}
+
+void ScriptHost::UseRealClock(bool real) {
+  virtualNow = Now();
+  realStart = std::chrono::steady_clock::now();
+  realClock = real;
+}
+
+void ScriptHost::PassFrame() {
+  if (!realClock) virtualNow += kFrameTime;
+}
+
+int64_t ScriptHost::Now() const {
+  if (!realClock) return virtualNow;
+  const auto passed = std::chrono::steady_clock::now() - realStart;
+  return virtualNow + std::chrono::duration_cast<std::chrono::nanoseconds>(passed).count();
+}
+
+}  // namespace quoll

@@ -1,0 +1,37 @@
+// The sound path: each frame gives 441 samples of every source, five frames make a block. The block is
+// also the machine's clock: at its end the machine waits until the output wants the next one.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "sound/Tone.h"
+
+namespace quoll {
+
+struct Machine;
+
+inline constexpr int kFramesPerBlock = 5;
+inline constexpr int kBlockBytes = kFrameSamples * kFramesPerBlock * 2;  // stereo, one byte a channel
+
+struct Mixer {
+  // Last rendered frame of each chip; the tone generator holds its own.
+  FrameSamples SaaOutL{}, SaaOutR{}, SnOut{}, Ym3812Out{}, Ym2413Out{}, SidOut{}, AyOut{};
+  // Interleaved left and right bytes, unsigned, silence at 128.
+  std::array<uint8_t, kBlockBytes> BlockBuffer{};
+  int32_t FrameInBlock = 0;  // frames of the block mixed so far, 0 to 5
+  int32_t NeedData = 0;      // 1 = the output has taken the block
+
+  bool operator==(const Mixer&) const = default;
+};
+
+// One frame of every source, mixed into the block.
+void SoundFrame(Machine& m);
+
+// Mixes the present frame buffers into place FrameInBlock of the block. A sum outside 0 to 255 wraps.
+void MixFrame(Mixer& mixer, const FrameSamples& toneOut);
+
+// End of a block: waits until the output has taken it, unless "Max" speed is chosen.
+void SoundSync(Machine& m);
+
+}  // namespace quoll
