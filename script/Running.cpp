@@ -29,6 +29,12 @@ int Frames(lua_State* L, Script& script) {
   return 1;
 }
 
+// T-states run so far. Only differences count, and they wrap as the frame clock does.
+uint32_t Elapsed(const Script& script) {
+  return static_cast<uint32_t>(script.machine.run.FrameClock) +
+         static_cast<uint32_t>(script.host.frames) * static_cast<uint32_t>(kFrameTStates);
+}
+
 // Pass by pass: a stop on the way, or the monitor's own breakpoint, doesn't end it.
 int RunUntil(lua_State* L, Script& script) {
   const Machine& m = script.machine;
@@ -36,10 +42,9 @@ int RunUntil(lua_State* L, Script& script) {
   const lua_Integer wanted = luaL_checkinteger(L, 2);
   bool reached = false;
   for (int64_t used = 0; used < wanted && !reached;) {
-    const int64_t frames = script.host.frames;
-    const int32_t clock = m.run.FrameClock;
+    const uint32_t before = Elapsed(script);
     if (!Pass(script)) break;
-    used += int64_t{m.run.FrameClock} - clock + (script.host.frames - frames) * kFrameTStates;
+    used += static_cast<int32_t>(Elapsed(script) - before);
     reached = m.z80.PC == pc;
   }
   lua_pushboolean(L, reached ? 1 : 0);

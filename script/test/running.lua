@@ -77,6 +77,11 @@ check.equal(RunUntil(0x5000, 200000), false, "never")
 -- Rounds of 18 from 0x102 on (10 + 4 + 4): 11111 of them make 199998, and a JP goes past the limit.
 check.equal(RunState.FrameClock, 200008 - 3 * 62500, "T-states across frame ends")
 check.equal(Z80State.PC, 0x100, "T-states across frame ends")
+check.program(0x100, 0x00, 0x00, 0x00, 0x00)
+RunState.FrameClock = (1 << 31) - 6  -- wraps, and is still 4 T-states a pass
+check.equal(RunUntil(0x5000, 10), false, "a frame clock that wraps")
+check.equal(Z80State.PC, 0x103, "a frame clock that wraps")
+RunState.FrameClock = 0
 check.raises("number expected", RunUntil, 0x100)
 
 -- OnFrame.

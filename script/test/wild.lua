@@ -24,7 +24,10 @@ local toggles = {"xScreenBW", "xScreenDIB", "xScreenNoise", "xUnDoc", "x32KB", "
 
 local deeds = {
   function() Step(math.random(50)) end,
-  function() Frames(math.random(2)) end,
+  function()
+    RunState.FrameClock = math.random(-100000, 100000)  -- a frame from -2^31 on would last minutes
+    Frames(math.random(2))
+  end,
   function() RunUntil(any(), math.random(1000)) end,
   function() PortOut(math.random(0, 255), any()) end,
   function() PortIn(math.abs(math.random(0, 300))) end,

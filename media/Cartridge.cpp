@@ -1,0 +1,47 @@
+#include "media/Cartridge.h"
+
+#include <filesystem>
+
+#include "core/Machine.h"
+#include "core/MachineInit.h"
+#include "media/Files.h"
+
+namespace quoll {
+
+namespace {
+
+constexpr const char* kStoreFile = "mex4mb.bin";
+
+void Rebuild(Machine& m) {
+  MachineInit(m);
+  MachineReset(m);
+}
+
+}  // namespace
+
+void LoadCRT(Machine& m, const std::string& file) {
+  m.CartName = std::filesystem::path(file).filename().string();
+  Rebuild(m);
+}
+
+void UnloadCRT(Machine& m) {
+  m.CartName.clear();
+  Rebuild(m);
+}
+
+std::string UnloadCaption(const Machine& m) {
+  return m.CartName.empty() ? "Unload" : "Unload: " + m.CartName;
+}
+
+bool SaveMex4mb(Machine& m) {
+  if (m.MexPages.empty()) {
+    TellFileError(*m.host, std::string(kStoreFile) + ": there is no MEX4MB cartridge");
+    return false;
+  }
+  std::vector<uint8_t> store;
+  store.reserve(m.MexPages.size() * sizeof(MexPage));
+  for (const MexPage& page : m.MexPages) store.insert(store.end(), page.begin(), page.end());
+  return SaveFileOrTell(*m.host, kStoreFile, store);
+}
+
+}  // namespace quoll
