@@ -32,6 +32,7 @@ constexpr uint32_t kDrawInterval = 19;   // a picture is drawn when more millise
 template <class Core>
 void ResumePrefix(Core& c) {
   const int32_t prefix = c.s.PrefixState;
+  c.Fetch();  // a read at PC comes first, whatever the page goes on to read: it may have side effects
   switch (prefix) {
     case 0xCB: xxCB(c); break;
     case 0xED: xxED(c); break;

@@ -103,6 +103,8 @@ void xxDD(Core& c) {
     case 0xE5: c.Push2(High(s.IX), Low(s.IX)); c.Next(15); break;
     case 0xE9: c.Jump(s.IX, 8); break;
     case 0xF9: s.SP = s.IX; c.Next(10, 1, 2); break;
+    // Both ends of the range stand here so that the jump table needs no range check.
+    case 0x00: case 0xFF: c.Missing(); break;
     default: c.Missing(); break;
   }
   // clang-format on

@@ -225,6 +225,8 @@ void xxED(Core& c) {
     case 0xB1: c = CompareBlockRepeat<1>(c); break;
     case 0xB8: c = LoadBlockRepeat<-1>(c); break;
     case 0xB9: c = CompareBlockRepeat<-1>(c); break;
+    // Both ends of the range stand here so that the jump table needs no range check.
+    case 0x00: case 0xFF: c.Missing(); break;
     default: c.Missing(); break;
   }
   // clang-format on

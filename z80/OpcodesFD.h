@@ -139,6 +139,8 @@ void xxFD(Core& c) {
     case 0xF2: RaiseReset(c); break;
     case 0xF3: StopRun(c); break;
     case 0xF9: s.SP = s.IY; c.Next(10, 1, 2); break;
+    // Both ends of the range stand here so that the jump table needs no range check.
+    case 0x00: case 0xFF: c.Missing(); break;
     default: c.Missing(); break;
   }
   // clang-format on

@@ -54,6 +54,8 @@ void xxFDCB(Core& c) {
     case 0xEE: ModifyBit(c, SetBit, s.IY, 5); c.Next(20, 3); break;
     case 0xF6: ModifyBit(c, SetBit, s.IY, 6); c.Next(20, 3); break;
     case 0xFE: ModifyBit(c, SetBit, s.IY, 7); c.Next(20, 3); break;
+    // Both ends of the range stand here so that the jump table needs no range check.
+    case 0x00: case 0xFF: c.Missing(); break;
     default: c.Missing(); break;
   }
   // clang-format on
