@@ -132,12 +132,12 @@ void RenewPages(Machine& m) {
     const int end = area + 1 < kAreas.size() ? kAreas[area + 1] : PageMap::kGranules;
     const uint8_t* byte = ReadPlace(m, first * kGranule);
     for (int granule = first; granule < end; ++granule) {
-      pages.read[static_cast<size_t>(granule + PageMap::kBelow)] =
+      pages.read[PageMap::kBelow + static_cast<size_t>(granule)] =
           byte == nullptr ? Biased(kZeros.data(), granule) : Biased(byte, first);
     }
     const WritePlace place = FindWritePlace(m, first * kGranule);
     for (int granule = first; granule < end && granule < PageMap::kWritable; ++granule) {
-      uintptr_t& entry = pages.write[static_cast<size_t>(granule + PageMap::kBelow)];
+      uintptr_t& entry = pages.write[PageMap::kBelow + static_cast<size_t>(granule)];
       entry = place.what == Store::Byte      ? Biased(place.byte, first)
               : place.what == Store::Ignored ? Biased(pages.sink.data(), granule)
                                              : 0;
