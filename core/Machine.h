@@ -16,11 +16,13 @@
 #include "devtools/TVCmon.h"
 #include "display/Crtc.h"
 #include "display/ErrorSim.h"
+#include "display/FilePanel.h"
 #include "display/Keyboard.h"
 #include "display/LightPen.h"
 #include "display/Palette.h"
 #include "display/Refresh.h"
 #include "display/TScreen.h"
+#include "display/Windows.h"
 #include "media/Tape.h"
 #include "sound/Mixer.h"
 #include "sound/Tone.h"
@@ -59,6 +61,8 @@ struct Machine {
 
   // Forms.
   TScreen screen;
+  FilePanel panel;
+  Windows windows;
   CPUmon cpumon;
   TVCmon tvcmon;
   ErrorSim errorsim;

@@ -6,6 +6,7 @@
 #include "core/Machine.h"
 #include "core/Ports.h"
 #include "core/RomFiles.h"
+#include "core/Wrap.h"
 
 namespace quoll {
 
@@ -95,7 +96,7 @@ void CpuReset(Machine& m) {
   m.z80.IrqLine = 0;
   m.run.ResetRequest = 0;
   m.run.NmiRequest = 0;
-  m.run.Cycles += 3;
+  m.run.Cycles = WrappingAdd(m.run.Cycles, 3);
 }
 
 void MachineReset(Machine& m) {

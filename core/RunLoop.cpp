@@ -15,6 +15,7 @@
 #include "core/Machine.h"
 #include "core/MachineInit.h"
 #include "core/Ports.h"
+#include "core/Wrap.h"
 #include "z80/Core.h"
 #include "z80/Interrupts.h"
 #include "z80/OpcodesBase.h"
@@ -102,13 +103,6 @@ bool IsMapped(const Machine& m) {
   return m.z80.PC >= 0 && m.z80.PC <= kTopAddress && m.z80.PrefixState == 0 && !m.VideoReadNoise;
 }
 
-int32_t WrappingAdd(int32_t a, int32_t b) {
-  return static_cast<int32_t>(static_cast<uint32_t>(a) + static_cast<uint32_t>(b));
-}
-int32_t WrappingSub(int32_t a, int32_t b) {
-  return static_cast<int32_t>(static_cast<uint32_t>(a) - static_cast<uint32_t>(b));
-}
-
 // An accepted request moves a halted processor past its HALT, wherever PC stands by now.
 void LeaveHalt(Z80State& z80) {
   if (z80.Halted == 0) return;
@@ -177,7 +171,7 @@ void EndFrame(Machine& m, uint32_t& lastTick) {
   m.run.FrameClock = WrappingSub(m.run.FrameClock, kFrameTStates);
   m.run.LastCursorIrq = m.run.FrameClock;
   ShowSpeed(m);
-  m.run.TotalCycles += kFrameTStates;
+  m.run.TotalCycles = WrappingAdd(m.run.TotalCycles, kFrameTStates);
   LPENRefresh(m.pen, m.crtc);
   if (m.host->TickCount() - lastTick > kDrawInterval) {
     redraw(m);
@@ -245,8 +239,9 @@ void RunLoop(Machine& m) {
 
 int32_t FrameTimeValue(Machine& m) {
   m.run.PerfNow = m.host->PerformanceCounter();
-  const double value =
-      static_cast<double>(m.run.PerfNow - m.run.PerfStart) * 100000.0 / static_cast<double>(m.run.PerfFreq);
+  if (m.run.PerfFreq == 0) return 0;
+  const auto counts = static_cast<double>(WrappingSub(m.run.PerfNow, m.run.PerfStart));
+  const double value = counts * 100000.0 / static_cast<double>(m.run.PerfFreq);
   constexpr double kLimit = std::numeric_limits<int32_t>::max();
   return static_cast<int32_t>(std::nearbyint(std::clamp(value, -kLimit, kLimit)));
 }

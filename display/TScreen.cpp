@@ -89,12 +89,24 @@ void xS4_Click(Machine& m) {
   FocusPicture(m);
 }
 
+void xLoadCAS_Click(Machine& m) { OpenFilePanel(m, kOpenCaption, "*.cas"); }
+void xSaveCAS_Click(Machine& m) { OpenFilePanel(m, kSaveCaption, "*.cas"); }
+void xLoadSnap_Click(Machine& m) { OpenFilePanel(m, kOpenCaption, "*.tvs"); }
+void xSaveSnap_Click(Machine& m) { OpenFilePanel(m, kSaveCaption, "*.tvs"); }
+void xLoadCRT_Click(Machine& m) { OpenFilePanel(m, kOpenCaption, "*.crt"); }
+void xLoadTim_Click(Machine& m) { OpenFilePanel(m, kOpenCaption, "*.tim"); }
+
+template <WindowState Windows::*kWindow>
+void Show(Machine& m) {
+  ShowWindow(m.windows.*kWindow);
+}
+
 constexpr std::array kMenu{
-    MenuItem{"File", "xLoadCAS", "Load cas"},
-    MenuItem{"File", "xSaveCAS", "Save cas"},
-    MenuItem{"File", "xLoadSnap", "Load Snap"},
-    MenuItem{"File", "xSaveSnap", "Save Snap"},
-    MenuItem{"File", "xLoadCRT", "Load CRT"},
+    MenuItem{"File", "xLoadCAS", "Load cas", nullptr, xLoadCAS_Click},
+    MenuItem{"File", "xSaveCAS", "Save cas", nullptr, xSaveCAS_Click},
+    MenuItem{"File", "xLoadSnap", "Load Snap", nullptr, xLoadSnap_Click},
+    MenuItem{"File", "xSaveSnap", "Save Snap", nullptr, xSaveSnap_Click},
+    MenuItem{"File", "xLoadCRT", "Load CRT", nullptr, xLoadCRT_Click},
     MenuItem{"File", "xUnloadCRT", "Unload"},
     MenuItem{"File", "xSvaMEX4", "Save MEX4MB"},
     MenuItem{"File", "xio0", "I/O card 0: Floppy", &TScreen::xio0, ToggleCard<&TScreen::xio0>},
@@ -103,13 +115,13 @@ constexpr std::array kMenu{
     MenuItem{"File", "xio3", "I/O card 3: (IO3.rom)", &TScreen::xio3, ToggleCard<&TScreen::xio3>},
     MenuItem{"File", "xSaveScreen", "Save Screen"},
     MenuItem{"File", "xLoadScreen", "Load Screen"},
-    MenuItem{"File", "xLoadTim", "Load Tim"},
+    MenuItem{"File", "xLoadTim", "Load Tim", nullptr, xLoadTim_Click},
     MenuItem{"File", "xMemDump", "Memory dump"},
     MenuItem{"File", "xReset", "Reset", nullptr, xReset_Click},
     MenuItem{"File", "xReset2", "Reset2", nullptr, xReset2_Click},
     MenuItem{"Media", "xdiskload", "Disk Load"},
     MenuItem{"Media", "xTapeLoad", "Tape Load"},
-    MenuItem{"Options", "xFullsc", "FullScreen"},
+    MenuItem{"Options", "xFullsc", "FullScreen", nullptr, Show<&Windows::FScreen>},
     MenuItem{"Options", "xScreenBW", "Screen BW", &TScreen::xScreenBW, Toggle<&TScreen::xScreenBW>},
     MenuItem{"Options", "xScreenDIB", "Screen DIB", &TScreen::xScreenDIB, Toggle<&TScreen::xScreenDIB>},
     MenuItem{"Options", "xScreenNoise", "Screen noise", &TScreen::xScreenNoise,
@@ -137,9 +149,9 @@ constexpr std::array kMenu{
     MenuItem{"View", "xYM2", "YM2413"},
     MenuItem{"View", "xSID", "SID6581"},
     MenuItem{"View", "xAY3", "AY-3-8910"},
-    MenuItem{"View", "xErrorSim", "ErrorSim"},
+    MenuItem{"View", "xErrorSim", "ErrorSim", nullptr, Show<&Windows::ErrorSim>},
     MenuItem{"View", "xTools", "Tools"},
-    MenuItem{"Help", "xHelp", "Help"},
+    MenuItem{"Help", "xHelp", "Help", nullptr, Show<&Windows::Frame2>},
 };
 
 // Menu items as controls, made from the table above so that an item is listed once.

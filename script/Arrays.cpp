@@ -96,14 +96,14 @@ ArrayRef CheckArray(lua_State* L) { return *static_cast<ArrayRef*>(luaL_checkuda
 lua_Integer CheckIndex(lua_State* L, const ArrayRef& ref, lua_Integer size) {
   const lua_Integer index = luaL_checkinteger(L, 2);
   if (index < 0 || index >= size) {
-    luaL_error(L, "%s: index %I out of range, there are %I elements", ref.kind->name, index, size);
+    Refuse(L, "%s: index %I out of range, there are %I elements", ref.kind->name, index, size);
   }
   return index;
 }
 
 // View of an array of elements; an array of rows is an error.
 View CheckView(lua_State* L, Script& script, const ArrayRef& ref) {
-  if (IsRows(ref)) luaL_error(L, "%s: its elements are rows", ref.kind->name);
+  if (IsRows(ref)) Refuse(L, "%s: its elements are rows", ref.kind->name);
   return ref.kind->view(script.machine, ref.row);
 }
 

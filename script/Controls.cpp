@@ -90,8 +90,16 @@ void PushPortLog(lua_State* L, const PortLog& log) {
   }
 }
 
+// What the Lua values of a form and of an array of controls hold.
+struct FormRef {
+  const Form* form;
+};
+struct GroupRef {
+  const Control* control;
+};
+
 const Form& CheckForm(lua_State* L) {
-  return **static_cast<const Form**>(luaL_checkudata(L, 1, kFormMetatable));
+  return *static_cast<FormRef*>(luaL_checkudata(L, 1, kFormMetatable))->form;
 }
 
 // Texts of the tables are literals, so that their data ends with a zero.
@@ -100,7 +108,7 @@ const char* Name(std::string_view name) { return name.data(); }
 const Control& CheckControl(lua_State* L, const Form& form, int argument) {
   const char* name = luaL_checkstring(L, argument);
   const Control* control = FindControl(form.name, name);
-  if (control == nullptr) luaL_error(L, "%s has no control '%s'", Name(form.name), name);
+  if (control == nullptr) Refuse(L, "%s has no control '%s'", Name(form.name), name);
   return *control;
 }
 
@@ -111,10 +119,10 @@ ControlField FieldOf(Script& script, const Control& control) {
 // The user can tick, choose, type and scroll; the rest goes another way or not at all.
 void CheckChangeable(lua_State* L, const Control& control) {
   switch (control.kind) {
-    case ControlKind::Button: luaL_error(L, "%s is a button: use Press", Name(control.name)); break;
-    case ControlKind::Menu: luaL_error(L, "%s is a menu item: use Click", Name(control.name)); break;
+    case ControlKind::Button: Refuse(L, "%s is a button: use Press", Name(control.name));
+    case ControlKind::Menu: Refuse(L, "%s is a menu item: use Click", Name(control.name));
     case ControlKind::Label:
-    case ControlKind::List: luaL_error(L, "%s cannot be changed", Name(control.name)); break;
+    case ControlKind::List: Refuse(L, "%s cannot be changed", Name(control.name));
     case ControlKind::Check:
     case ControlKind::Option:
     case ControlKind::Text:
@@ -131,7 +139,7 @@ int ReadControl(lua_State* L, Script& script) {
   }
   const ControlField field = FieldOf(script, control);
   if (IsGroup(field)) {
-    *static_cast<const Control**>(lua_newuserdatauv(L, sizeof(const Control*), 0)) = &control;
+    *static_cast<GroupRef*>(lua_newuserdatauv(L, sizeof(GroupRef), 0)) = {&control};
     luaL_setmetatable(L, kGroupMetatable);
     return 1;
   }
@@ -152,14 +160,14 @@ int WriteControl(lua_State* L, Script& script) {
 }
 
 const Control& CheckGroup(lua_State* L) {
-  return **static_cast<const Control**>(luaL_checkudata(L, 1, kGroupMetatable));
+  return *static_cast<GroupRef*>(luaL_checkudata(L, 1, kGroupMetatable))->control;
 }
 
 size_t CheckIndex(lua_State* L, const Control& control, size_t size) {
   const lua_Integer index = luaL_checkinteger(L, 2);
   if (index < 0 || index >= static_cast<lua_Integer>(size)) {
-    luaL_error(L, "%s: index %I out of range, there are %I", Name(control.name), index,
-               static_cast<lua_Integer>(size));
+    Refuse(L, "%s: index %I out of range, there are %I", Name(control.name), index,
+           static_cast<lua_Integer>(size));
   }
   return static_cast<size_t>(index);
 }
@@ -189,7 +197,7 @@ int GroupLength(lua_State* L, Script& script) {
 const MenuItem& CheckMenuItem(lua_State* L, int argument) {
   const char* name = luaL_checkstring(L, argument);
   const MenuItem* item = FindMenuItem(name);
-  if (item == nullptr) luaL_error(L, "the menus have no '%s'", name);
+  if (item == nullptr) Refuse(L, "the menus have no '%s'", name);
   return *item;
 }
 
@@ -238,7 +246,7 @@ void OpenControls(lua_State* L) {
   NewMetatable(L, kFormMetatable, Guarded<ReadControl>, Guarded<WriteControl>, nullptr);
   NewMetatable(L, kGroupMetatable, Guarded<ReadGroup>, Guarded<WriteGroup>, Guarded<GroupLength>);
   for (const Form& form : Forms()) {
-    *static_cast<const Form**>(lua_newuserdatauv(L, sizeof(const Form*), 0)) = &form;
+    *static_cast<FormRef*>(lua_newuserdatauv(L, sizeof(FormRef), 0)) = {&form};
     luaL_setmetatable(L, kFormMetatable);
     lua_setglobal(L, Name(form.name));
   }

@@ -93,8 +93,7 @@ auto& FindField(lua_State* L, const Fields& fields, const char* record) {
   for (const auto& field : fields) {
     if (std::strcmp(field.name, name) == 0) return field;
   }
-  luaL_error(L, "%s has no field '%s'", record, name);
-  return fields[0];
+  Refuse(L, "%s has no field '%s'", record, name);
 }
 
 int ReadZ80(lua_State* L, Script& script) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstdlib>
 #include <lua.hpp>
 #include <vector>
 
@@ -49,6 +50,13 @@ int Guarded(lua_State* L) {
     DescribeException(failure);
   }
   return Leave(L, script, failure, results);
+}
+
+// luaL_error for those who must not return.
+template <typename... Arguments>
+[[noreturn]] void Refuse(lua_State* L, const char* format, Arguments... arguments) {
+  luaL_error(L, format, arguments...);
+  std::abort();  // not reached
 }
 
 // An object without a content of its own: its metatable does everything. Leaves it as a global.

@@ -88,6 +88,7 @@ struct Core {
   static void Store(Machine& machine, intptr_t at, size_t nextSlot) {
     PcTrail& history = machine.run.PcHistory;
     machine.z80.PC = static_cast<int32_t>(at);
+    machine.z80.R &= 0xFF;
     history.next = (nextSlot - 1) % PcTrail::kSlots;
     machine.run.PrevPc = history.slots[history.next];
   }

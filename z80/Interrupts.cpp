@@ -1,6 +1,7 @@
 #include "z80/Interrupts.h"
 
 #include "core/Machine.h"
+#include "core/Wrap.h"
 #include "z80/Alu.h"
 
 namespace quoll {
@@ -18,7 +19,7 @@ void Accept(Machine& m, int32_t vector) {
   DecSP(m.z80);
   MemWrite(m, m.z80.SP, static_cast<uint8_t>(pc));
   m.z80.PC = vector;
-  m.run.Cycles += kAcceptTStates;
+  m.run.Cycles = WrappingAdd(m.run.Cycles, kAcceptTStates);
   m.z80.R += 1;
 }
 

@@ -27,6 +27,7 @@ void KeepRanges(Z80State& z80) {
                         &z80.D2, &z80.E2, &z80.H2, &z80.L2, &z80.I, &z80.CurOpcode}) {
     *byte &= 0xFF;
   }
+  z80.R &= 0x1FF;  // an acceptance may have left 256 until the next pass
   for (int32_t* pair : {&z80.IX, &z80.IY, &z80.SP}) *pair &= 0xFFFF;
   for (int32_t* flag :
        {&z80.FlagS,    &z80.FlagZ,     &z80.FlagY,       &z80.FlagH,    &z80.FlagX,    &z80.FlagPV,

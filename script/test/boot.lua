@@ -15,7 +15,7 @@ check.list(TScreen.List1, {}, "ports without a function")
 check.equal(TScreen.Label1, "", "no unknown instruction")
 check.equal(#Messages(), 0, "no message")
 
--- A key press gets through to the program: the picture of the other version differs, too.
+-- The ROMs of the other version boot as well, to a picture of their own.
 Click("xBasic")
 Frames(50)
 local _, _, _, _, other = Picture()

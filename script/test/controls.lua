@@ -3,8 +3,8 @@ local check = require "check"
 
 -- Menu ticks as the program starts with them.
 local ticked = {xSound = true, xUnDoc = true, xBasic = true, xS3 = true}
-for _, name in ipairs({"xio0", "xio1", "xio2", "xio3", "xScreenBW", "xScreenDIB", "xScreenNoise", "xSound", "xNoError",
-                       "xUnDoc", "x32KB", "xBasic", "xS1", "xS2", "xS3", "xS4", "xS5", "xS6"}) do
+for _, name in ipairs({"xio0", "xio1", "xio2", "xio3", "xScreenBW", "xScreenDIB", "xScreenNoise", "xSound",
+                       "xNoError", "xUnDoc", "x32KB", "xBasic", "xS1", "xS2", "xS3", "xS4", "xS5", "xS6"}) do
   check.equal(Menu[name], ticked[name] or false, name)
   check.equal(TScreen[name], ticked[name] or false, name)
 end

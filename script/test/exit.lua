@@ -24,7 +24,8 @@ end
 local function run(...)
   local command = {quote(program)}
   for _, argument in ipairs({...}) do command[#command + 1] = quote(argument) end
-  local line = table.concat(command, " ") .. " >" .. quote(folder .. "/out") .. " 2>" .. quote(folder .. "/err")
+  local outputs = " >" .. quote(folder .. "/out") .. " 2>" .. quote(folder .. "/err")
+  local line = table.concat(command, " ") .. outputs
   local _, how, status = os.execute(line)
   check.equal(how, "exit", line)
   return status, read("out"), read("err")
@@ -35,7 +36,8 @@ local function runScript(text, ...) return run("--folder", roms, write("script.l
 local function has(text, part) check.is(text:find(part, 1, true), "no '" .. part .. "' in: " .. text) end
 
 -- All well.
-local status, out, err = runScript("print('hello', #arg, arg[0]:match('[^/]*$'), arg[1], arg[2])", "one", "--folder")
+local status, out, err =
+  runScript("print('hello', #arg, arg[0]:match('[^/]*$'), arg[1], arg[2])", "one", "--folder")
 check.equal(status, 0, "status")
 check.equal(out, "hello\t2\tscript.lua\tone\t--folder\n", "output")
 check.equal(err, "", "error output")

@@ -7,7 +7,8 @@ check.pageInRam()
 MemWrite(0x1234, 0x1AB)
 check.equal(MemImage[0x1234], 0xAB, "MemWrite masks")
 check.equal(MemRead(0x1234), 0xAB, "MemRead")
-for _, address in ipairs({-1, 0x2C000, 1 << 31, 1 << 32, (1 << 32) + 0x1234, math.mininteger, math.maxinteger}) do
+for _, address in ipairs({-1, 0x2C000, 1 << 31, 1 << 32, (1 << 32) + 0x1234, math.mininteger,
+                          math.maxinteger}) do
   MemWrite(address, 0x55)
   check.equal(MemRead(address), 0, "address outside")
 end
@@ -73,6 +74,14 @@ local messages = Messages()
 check.equal(#messages, 1, "messages")
 check.equal(messages[1].text, "IM MODE 0 or 2 not allowed!", "message")
 check.equal(#Messages(), 0, "messages are given once")
+for prefix = 5, 7 do
+  Z80State.PrefixState = prefix
+  pcall(Step)
+end
+messages = Messages()
+check.equal(#messages, 3, "messages")
+for i = 1, 3 do check.equal(messages[i].text, (i + 4) .. "=Unknown prefix", "message " .. i) end
+Z80State.PrefixState = 0
 
 -- RunLoop: FD F3 is the instruction that stops the machine.
 check.program(0x200, 0x3C, 0x3C, 0xFD, 0xF3, 0x3C)

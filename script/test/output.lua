@@ -20,7 +20,7 @@ check.equal(#border, 576, "border")
 for row = 1, 576 do check.equal(border[row], 0, "border before painting") end
 SavePicture(folder .. "/empty.png")
 
--- A picture of 16 x 8 pixels in 2 colours: one byte of 0xF0 and fifteen... of zero, drawn on every other row.
+-- A picture of 16 x 8 pixels in 2 colours, two bytes a row: the first is 0xF0, all others are zero.
 check.pageInRam()
 check.loopFor10(0x100)
 CrtcRegs[1], CrtcRegs[2], CrtcRegs[5], CrtcRegs[6], CrtcRegs[7] = 2, 73, 0, 1, 35

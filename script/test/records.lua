@@ -2,7 +2,8 @@ package.path = arg[0]:match("^(.*/)") .. "?.lua;" .. package.path
 local check = require "check"
 
 -- Each field has a place of its own: every one gets a value that it can hold, then all are read back.
-local bytes = {"A", "B", "C", "D", "E", "H", "L", "A2", "B2", "C2", "D2", "E2", "H2", "L2", "I", "R", "CurOpcode"}
+local bytes = {"A", "B", "C", "D", "E", "H", "L", "A2", "B2", "C2", "D2", "E2", "H2", "L2", "I", "R",
+               "CurOpcode"}
 local words = {"IX", "IY", "SP", "PC"}
 local bits = {"IFF1", "IFF2", "Halted", "IrqLine", "UnDocEnabled",
               "FlagS", "FlagZ", "FlagY", "FlagH", "FlagX", "FlagPV", "FlagN", "FlagC",
@@ -18,7 +19,9 @@ check.equal(Z80State.IndexDisp, -128, "IndexDisp")
 for _, name in ipairs(bits) do
   for _, other in ipairs(bits) do Z80State[other] = 0 end
   Z80State[name] = 1
-  for _, other in ipairs(bits) do check.equal(Z80State[other], other == name and 1 or 0, name .. "/" .. other) end
+  for _, other in ipairs(bits) do
+    check.equal(Z80State[other], other == name and 1 or 0, name .. "/" .. other)
+  end
 end
 
 -- What the processor relies on is kept: registers of 8 and 16 bits, flags of one.

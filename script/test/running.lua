@@ -3,6 +3,13 @@ local check = require "check"
 
 check.pageInRam()
 
+-- The first frame lasts as long as any other.
+check.equal(FrameTimeValue(), 2000, "FrameTimeValue at the start")
+check.loopFor10(0x100)
+Frames(1)
+check.equal(TScreen.Text1, "2000", "speed figure of the first frame")
+RunState.FrameClock = 0
+
 -- Passes.
 check.program(0x100, 0x3C, 0x3C, 0x3C, 0x3C, 0x3C)
 Z80State.A = 0

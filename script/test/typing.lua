@@ -24,7 +24,8 @@ local function expect(text, keys)
   check.equal(#seen, 8 * #keys, text .. ": frames")
   for i, key in ipairs(keys) do
     for frame = 1, 8 do
-      check.equal(seen[(i - 1) * 8 + frame], frame <= 4 and key or "", text .. ", key " .. i .. ", frame " .. frame)
+      local expected = frame <= 4 and key or ""
+      check.equal(seen[(i - 1) * 8 + frame], expected, text .. ", key " .. i .. ", frame " .. frame)
     end
   end
 end

@@ -6,19 +6,20 @@ local check = require "check"
 local rounds = tonumber(arg[1]) or 300
 math.randomseed(tonumber(arg[2]) or 1)
 
-local edges = {0, 1, -1, 4, 31, 32, 127, 255, 256, 391, 440, 441, 32767, 62499, 62500, 62501, 65535, 65536, 0x2BFFF,
-               0x2C000, 0x3C001, 1 << 30, (1 << 31) - 1, -(1 << 31), math.maxinteger, math.mininteger}
+local edges = {0, 1, -1, 4, 31, 32, 127, 255, 256, 391, 440, 441, 32767, 62499, 62500, 62501, 65535, 65536,
+               0x2BFFF, 0x2C000, 0x3C001, 1 << 30, (1 << 31) - 1, -(1 << 31), math.maxinteger,
+               math.mininteger}
 local function any()
   if math.random(3) > 1 then return edges[math.random(#edges)] end
   return math.random(0) >> math.random(0, 63)
 end
 
-local z80 = {"A", "B", "C", "D", "E", "H", "L", "A2", "IX", "IY", "SP", "PC", "I", "R", "IM", "IFF1", "IFF2", "FlagC",
-             "FlagZ", "FlagPV", "Halted", "IrqLine", "IndexDisp", "CurOpcode", "UnDocEnabled"}
-local run = {"Cycles", "FrameClock", "LastCursorIrq", "TotalCycles", "ToneItCounter", "PrevPc", "ResetRequest",
-             "NmiRequest", "PerfStart", "PerfNow", "PerfFreq", "BreakArmed"}
-local arrays = {MemImage, PortShadow, CrtcRegs, KeyMatrix, PalHistory[0], PalHistory[3], BorderLines, DacSlots,
-                BlockBuffer, ToneOut, SnOut, SaaOutL, AyOut, RunState.PcHistory}
+local z80 = {"A", "B", "C", "D", "E", "H", "L", "A2", "IX", "IY", "SP", "PC", "I", "R", "IM", "IFF1", "IFF2",
+             "FlagC", "FlagZ", "FlagPV", "Halted", "IrqLine", "IndexDisp", "CurOpcode", "UnDocEnabled"}
+local run = {"Cycles", "FrameClock", "LastCursorIrq", "TotalCycles", "ToneItCounter", "PrevPc",
+             "ResetRequest", "NmiRequest", "PerfStart", "PerfNow", "PerfFreq", "BreakArmed"}
+local arrays = {MemImage, PortShadow, CrtcRegs, KeyMatrix, PalHistory[0], PalHistory[3], BorderLines,
+                DacSlots, BlockBuffer, ToneOut, SnOut, SaaOutL, AyOut, RunState.PcHistory}
 local prefixes = {0, 0, 0, 0, 0xCB, 0xED, 0xDD, 0xFD, 0xFDCB, 0xDDCB, 5}
 local toggles = {"xScreenBW", "xScreenDIB", "xScreenNoise", "xUnDoc", "x32KB", "xio2", "xS6"}
 

@@ -1,0 +1,56 @@
+#include "core/qt/Main.h"
+
+#include <QApplication>
+#include <memory>
+
+#include "core/Machine.h"
+#include "core/MachineInit.h"
+#include "core/qt/ProgramFolder.h"
+#include "core/qt/QtHost.h"
+#include "core/qt/SingleInstance.h"
+#include "display/qt/MainWindow.h"
+
+namespace quoll {
+
+namespace {
+
+// Returns by ProgramEnd alone: with the machine stopped, the user is still served.
+[[noreturn]] void RunMachine(QtHost& host, Machine& m) {
+  MachineInit(m);
+  MachineReset(m);
+  CPUmon_Command1_Click(m);
+  host.ServeUntilEnd(m);
+}
+
+}  // namespace
+
+int Main(QtHost& host) {
+  constexpr int kOk = 0;
+  constexpr int kFailed = 1;
+
+  const SingleInstance instance(SingleInstanceFile());
+  if (instance.OtherRuns()) {
+    host.MessageBox("Application is already running!", QApplication::applicationName().toStdString(),
+                    MessageIcon::Stop);
+    return kFailed;
+  }
+  const auto machine = std::make_unique<Machine>(host);
+  machine->programFolder = ProgramFolder();
+
+  MainWindow window(host, *machine);
+  host.messageParent = &window;
+  machine->screen.Caption = "QUOLLEMU";
+  window.Pull(*machine);
+  window.show();
+  try {
+    host.Pump(*machine);  // the form stands before the machine exists
+    RunMachine(host, *machine);
+  } catch (const ProgramEnd&) {
+    return host.ClosedByUser() ? kOk : kFailed;
+  } catch (const std::exception& error) {
+    host.MessageBox(error.what(), "QUOLLEMU", MessageIcon::Stop);
+    return kFailed;
+  }
+}
+
+}  // namespace quoll

@@ -1,0 +1,12 @@
+// Where the program's own files are.
+#pragma once
+
+#include <string>
+
+namespace quoll {
+
+// The folder of the ROM set: the executable's own where it holds one, else where the program's data is
+// installed. Without any ROM set it is the executable's own.
+std::string ProgramFolder();
+
+}  // namespace quoll

@@ -1,0 +1,94 @@
+#include "display/FilePanel.h"
+
+#include <array>
+#include <filesystem>
+
+#include "core/Machine.h"
+#include "media/Cartridge.h"
+#include "media/Files.h"
+#include "media/Pictures.h"
+#include "media/Snapshot.h"
+
+namespace quoll {
+
+namespace {
+
+constexpr std::string_view kCasPattern = "*.cas";
+
+void SavePanelCAS(Machine& m, const std::string& file) {
+  const CasRange range = UseCasBoxes(m.panel.boxes);
+  SaveCAS(m, file, range.s, range.e);
+}
+
+// Each of these tells the user itself when a file can't be used.
+constexpr std::array kActions{
+    FileAction{kOpenCaption, kCasPattern, [](Machine& m, const std::string& file) { LoadCAS(m, file); }},
+    FileAction{kSaveCaption, kCasPattern, SavePanelCAS},
+    FileAction{kOpenCaption, "*.tvs", [](Machine& m, const std::string& file) { LoadSnapShot(m, file); }},
+    FileAction{kSaveCaption, "*.tvs", [](Machine& m, const std::string& file) { SaveSnapshot(m, file); }},
+    FileAction{kOpenCaption, "*.crt", [](Machine& m, const std::string& file) { LoadCRT(m, file); }},
+    FileAction{kOpenCaption, "*.tim", [](Machine& m, const std::string& file) { LoadTIM(m, file); }},
+};
+
+const FileAction* FindAction(std::string_view caption, std::string_view pattern) {
+  for (const FileAction& action : kActions) {
+    if (action.caption == caption && action.pattern == pattern) return &action;
+  }
+  return nullptr;
+}
+
+// "*.cas" gives ".cas".
+std::string_view Extension(std::string_view pattern) {
+  return pattern.starts_with("*.") ? pattern.substr(1) : std::string_view{};
+}
+
+// A letter's case doesn't matter in a suffix.
+char Small(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+}  // namespace
+
+std::span<const FileAction> FileActions() { return kActions; }
+
+void OpenFilePanel(Machine& m, std::string_view caption, std::string_view pattern) {
+  m.panel.caption = caption;
+  m.panel.pattern = pattern;
+  m.panel.name.clear();
+  m.panel.error.clear();
+  if (ShowsCasBoxes(m.panel)) m.panel.boxes = ReadCasBoxes(m);
+  m.panel.visible = true;
+}
+
+bool ShowsCasBoxes(const FilePanel& panel) {
+  return panel.caption == kSaveCaption && panel.pattern == kCasPattern;
+}
+
+std::string FilePanelFile(const FilePanel& panel) {
+  if (panel.name.empty()) return {};
+  const std::string name = WithExtension(panel.name, Extension(panel.pattern));
+  return (std::filesystem::path(panel.folder) / name).string();
+}
+
+void FilePanelPress(Machine& m) {
+  const std::string file = FilePanelFile(m.panel);
+  if (file.empty()) {
+    m.panel.error = "Choose a file or type its name.";
+    return;
+  }
+  // Hidden first: a load may serve the user's events before it goes on.
+  m.panel.visible = false;
+  m.panel.error.clear();
+  const FileAction* action = FindAction(m.panel.caption, m.panel.pattern);
+  if (action != nullptr && action->run != nullptr) action->run(m, file);
+  m.screen.focusPicD = true;
+}
+
+bool OpenBySuffix(Machine& m, const std::string& file) {
+  std::string pattern = "*" + std::filesystem::path(file).extension().string();
+  for (char& c : pattern) c = Small(c);
+  const FileAction* action = FindAction(kOpenCaption, pattern);
+  if (action == nullptr || action->run == nullptr) return false;
+  action->run(m, file);
+  return true;
+}
+
+}  // namespace quoll

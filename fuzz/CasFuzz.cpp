@@ -1,0 +1,75 @@
+// Cassette files: the first four bytes say how long the file claims to be beyond the bytes that are there,
+// then comes the file. Afterwards a program is saved from two addresses taken from the file's own end.
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+#include "core/Machine.h"
+#include "core/MachineInit.h"
+#include "media/Cas.h"
+
+namespace quoll {
+
+namespace {
+
+// Aborts unless the memory from first to end is all zeros, as it was before.
+void CheckZeros(const Machine& m, size_t first, size_t end) {
+  static const std::vector<uint8_t> zeros(kMemImageSize);
+  if (std::memcmp(m.MemImage.data() + first, zeros.data(), end - first) != 0) std::abort();
+}
+
+constexpr size_t kPointers = 0x1728;  // BASIC's pointers lie below
+constexpr size_t kStart = 0x19EF;
+
+void CheckLoad(Machine& m, std::span<const uint8_t> file) {
+  const size_t program = file.size() > kCasHeaderSize ? file.size() - kCasHeaderSize : 0;
+  const size_t stored = std::min(program, m.MemImage.size() - kStart);
+  const auto begin = m.MemImage.begin();
+  if (program != 0 && !std::equal(begin + kStart, begin + kStart + static_cast<ptrdiff_t>(stored),
+                                  file.begin() + kCasHeaderSize)) {
+    std::abort();
+  }
+  CheckZeros(m, kPointers, kStart);
+  CheckZeros(m, kStart + stored, m.MemImage.size());
+}
+
+void CheckSave(Machine& m, int32_t s, int32_t e) {
+  const CasRange range = ClampCasRange(s, e);
+  const size_t length = range.e > range.s ? static_cast<size_t>(range.e - range.s) : 0;
+  const std::vector<uint8_t> saved = CasBytes(m, s, e);
+  if (range.s < kCasProgramStart || range.e > 0xFFFF) std::abort();
+  if (saved.size() != kCasHeaderSize + length) std::abort();
+  if (length != 0 && saved.back() != MemRead(m, range.e - 1)) std::abort();
+}
+
+void Run(std::span<const uint8_t> input) {
+  static Host host;
+  const auto m = std::make_unique<Machine>(host);
+  CpuInit(m->z80);
+  MachineReset(*m);
+  uint32_t beyond = 0;
+  if (input.size() >= sizeof beyond) {
+    std::memcpy(&beyond, input.data(), sizeof beyond);
+    input = input.subspan(sizeof beyond);
+  }
+  PlaceCas(*m, input, uint64_t{input.size()} + beyond);
+  CheckLoad(*m, input);
+  int32_t numbers[2] = {0, 0x8000};
+  if (input.size() >= sizeof numbers) std::memcpy(numbers, input.last(sizeof numbers).data(), sizeof numbers);
+  if (input.size() > sizeof numbers) m->PortShadow[2] = input[0];
+  CheckSave(*m, numbers[0], numbers[1]);
+  CheckSave(*m, numbers[0] & 0xFFFF, numbers[1] & 0xFFFF);
+  CasBoxes boxes{std::string(input.begin(), input.end()), std::to_string(numbers[0]), {}};
+  const CasRange typed = UseCasBoxes(boxes);
+  if (boxes.Text6 != std::to_string(typed.s) || boxes.Text7 != std::to_string(typed.e)) std::abort();
+}
+
+}  // namespace
+
+}  // namespace quoll
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  quoll::Run({data, size});
+  return 0;
+}

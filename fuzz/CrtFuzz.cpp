@@ -1,0 +1,110 @@
+// Cartridge files: the first byte chooses between a plain cartridge and the MEX4MB store, the rest is the
+// file, which lies in a folder in memory beside system ROMs of zeros. The machine then runs for a frame with
+// the cartridge's first page at 0xC000, and the cartridge is taken out.
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+
+#include "core/Machine.h"
+#include "core/MachineInit.h"
+#include "core/RunLoop.h"
+#include "media/Cartridge.h"
+
+namespace quoll {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct FuzzHost : Host {
+  uint32_t ticks = 0;
+  uint32_t TickCount() override { return ticks += 20; }
+  void FrameEnded(Machine& m) override { m.run.CpuRunning = 0; }
+  void Stalled(Machine& m) override { m.run.CpuRunning = 0; }
+};
+
+void WriteAll(const fs::path& path, std::span<const uint8_t> bytes) {
+  std::ofstream out(path, std::ios::binary);
+  out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+}
+
+// The program folder, which goes when the fuzzer ends.
+struct Folder {
+  fs::path path;
+  Folder() {
+    std::string name = "/dev/shm/quollcrt-XXXXXX";
+    if (mkdtemp(name.data()) == nullptr) std::abort();
+    path = name;
+    for (const char* rom : {"TVC22_D6.rom", "TVC22_D4.rom", "TVC22_D7.rom"}) {
+      WriteAll(path / rom, std::vector<uint8_t>(0x2000));
+    }
+  }
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+  ~Folder() {
+    std::error_code ignored;
+    fs::remove_all(path, ignored);
+  }
+};
+
+// The page of the cartridge holds the file's bytes from its place on, and zeros behind them.
+void CheckPage(std::span<const uint8_t> page, std::span<const uint8_t> file) {
+  const size_t there = std::min(page.size(), file.size());
+  if (!std::equal(page.begin(), page.begin() + static_cast<ptrdiff_t>(there), file.begin())) std::abort();
+  static constexpr MexPage kZeros{};
+  if (std::memcmp(page.data() + there, kZeros.data(), page.size() - there) != 0) std::abort();
+}
+
+void CheckLoaded(const Machine& m, bool store, std::span<const uint8_t> file) {
+  const auto window = std::span(m.MemImage).subspan(kCart, sizeof(MexPage));
+  CheckPage(window, store ? std::span<const uint8_t>() : file);
+  if (m.MexPages.size() != (store ? size_t{kMexPageCount} : 0)) std::abort();
+  for (size_t page = 0; page < m.MexPages.size(); ++page) {
+    CheckPage(m.MexPages[page], file.subspan(std::min(file.size(), page * sizeof(MexPage))));
+  }
+}
+
+// The store goes to the working directory, which is the fuzzer's own otherwise: its corpus may lie there.
+void CheckSave(Machine& m, const fs::path& folder) {
+  const fs::path before = fs::current_path();
+  fs::current_path(folder);
+  const bool saved = SaveMex4mb(m);
+  fs::current_path(before);
+  if (!saved || fs::file_size(folder / "mex4mb.bin") != kMexPageCount * sizeof(MexPage)) std::abort();
+}
+
+void Run(std::span<const uint8_t> input) {
+  static FuzzHost host;
+  static const Folder folder;
+  const bool store = !input.empty() && (input[0] & 1) != 0;
+  if (!input.empty()) input = input.subspan(1);
+  const fs::path file = folder.path / (store ? kMexCartridge : "game.crt");
+  WriteAll(file, input);
+  const auto m = std::make_unique<Machine>(host);
+  m->programFolder = folder.path.string();
+  LoadCRT(*m, file.string());
+  CheckLoaded(*m, store, input);
+  m->z80.PC = 0xC000;
+  m->z80.UnDocEnabled = 1;
+  m->run.CpuRunning = 1;
+  try {
+    RunLoop(*m);
+  } catch (const ProgramEnd&) {
+    // A write into a card's window: the machine ends there.
+  }
+  if (store) CheckSave(*m, folder.path);
+  UnloadCRT(*m);
+  CheckLoaded(*m, false, {});
+}
+
+}  // namespace
+
+}  // namespace quoll
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  quoll::Run({data, size});
+  return 0;
+}

@@ -1,0 +1,95 @@
+// Snapshot files of any content: the input is the file, or, when its first byte is odd, what a whole file is
+// filled with behind its name. When its last byte is odd, the machine draws a picture and runs for a frame.
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+#include "core/Machine.h"
+#include "core/MachineInit.h"
+#include "core/RunLoop.h"
+#include "media/Snapshot.h"
+
+namespace quoll {
+
+namespace {
+
+constexpr std::string_view kMagic = "QUOLLEMU02";
+constexpr size_t kPorts = 99;
+constexpr size_t kMemory = 599;
+
+// Stops after a frame, and when a program without T-states would go on for ever.
+struct FuzzHost : Host {
+  uint32_t ticks = 0;
+  uint32_t TickCount() override { return ticks += 20; }
+  void FrameEnded(Machine& m) override { m.run.CpuRunning = 0; }
+  void Stalled(Machine& m) override { m.run.CpuRunning = 0; }
+};
+
+std::vector<uint8_t> WholeFile(std::span<const uint8_t> filling) {
+  std::vector<uint8_t> file(kSnapshotSize);
+  for (size_t at = 0; at < file.size(); at += filling.size()) {
+    std::memcpy(file.data() + at, filling.data(), std::min(filling.size(), file.size() - at));
+  }
+  std::copy(kMagic.begin(), kMagic.end(), file.begin());
+  return file;
+}
+
+// Ports and memory are taken when all of their bytes are there, and otherwise are as they were.
+void CheckTaken(const Machine& m, const Machine& before, std::span<const uint8_t> file, bool snapshot) {
+  const bool ports = snapshot && file.size() >= kPorts + m.PortShadow.size();
+  const bool memory = snapshot && file.size() >= kSnapshotSize;
+  const uint8_t* expectedPorts = ports ? file.data() + kPorts : before.PortShadow.data();
+  const uint8_t* expectedMemory = memory ? file.data() + kMemory : before.MemImage.data();
+  if (std::memcmp(m.PortShadow.data(), expectedPorts, m.PortShadow.size()) != 0) std::abort();
+  if (std::memcmp(m.MemImage.data(), expectedMemory, m.MemImage.size()) != 0) std::abort();
+  if (!snapshot && m.z80 != before.z80) std::abort();
+}
+
+// What was loaded is what is saved: a second machine that loads it is the same.
+void CheckRoundTrip(const Machine& m, const Machine& before) {
+  const auto second = std::make_unique<Machine>(before);
+  const std::vector<uint8_t> saved = SnapshotBytes(m);
+  if (saved.size() != kSnapshotSize) std::abort();
+  if (ApplySnapshot(*second, saved) != SnapshotResult::Whole) std::abort();
+  if (SnapshotBytes(*second) != saved) std::abort();
+}
+
+void Run(std::span<const uint8_t> input) {
+  static FuzzHost host;
+  static const auto before = [] {
+    auto fresh = std::make_unique<Machine>(host);
+    fresh->programFolder = "/nonexistent";
+    CpuInit(fresh->z80);
+    MachineReset(*fresh);
+    return fresh;
+  }();
+  std::vector<uint8_t> file(input.begin(), input.end());
+  if (!input.empty() && (input[0] & 1) != 0) file = WholeFile(input);
+  const bool snapshot =
+      file.size() >= kMagic.size() && std::equal(kMagic.begin(), kMagic.end(), file.begin());
+
+  const auto m = std::make_unique<Machine>(*before);
+  const SnapshotResult result = ApplySnapshot(*m, file);
+  if ((result == SnapshotResult::Foreign) == snapshot) std::abort();
+  CheckTaken(*m, *before, file, snapshot);
+  CheckRoundTrip(*m, *before);
+  if (input.empty() || (input.back() & 1) == 0) return;
+  redraw(*m);
+  m->run.CpuRunning = 1;
+  try {
+    RunLoop(*m);
+  } catch (const ProgramEnd&) {
+    // A write into a card's window: the machine ends there.
+  }
+}
+
+}  // namespace
+
+}  // namespace quoll
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  quoll::Run({data, size});
+  return 0;
+}

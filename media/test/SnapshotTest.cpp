@@ -1,0 +1,578 @@
+// Snapshot files: the layout byte for byte, what a cut or foreign file does, and that a machine goes on from
+// a snapshot as if nothing had happened.
+#include <algorithm>
+#include <functional>
+#include <random>
+
+#include "core/RunLoop.h"
+#include "media/Snapshot.h"
+#include "media/test/Bench.h"
+
+namespace quoll::test {
+
+namespace {
+
+using SnapshotTest = Bench;
+
+constexpr size_t kSize = 246'360;
+constexpr size_t kMemory = 599;
+
+// Every number that the file holds apart from ports, CRTC and memory: its place and width there.
+struct Number {
+  size_t offset, size;
+  std::function<int32_t&(Machine&)> field;
+};
+
+const std::vector<Number>& Numbers() {
+  using M = Machine;
+  static const std::vector<Number> kNumbers = {
+      {19, 1, [](M& m) -> int32_t& { return m.z80.A; }},
+      {20, 1, [](M& m) -> int32_t& { return m.z80.B; }},
+      {21, 1, [](M& m) -> int32_t& { return m.z80.C; }},
+      {22, 1, [](M& m) -> int32_t& { return m.z80.D; }},
+      {23, 1, [](M& m) -> int32_t& { return m.z80.E; }},
+      {24, 1, [](M& m) -> int32_t& { return m.z80.H; }},
+      {25, 1, [](M& m) -> int32_t& { return m.z80.L; }},
+      {26, 1, [](M& m) -> int32_t& { return m.z80.A2; }},
+      {27, 1, [](M& m) -> int32_t& { return m.z80.B2; }},
+      {28, 1, [](M& m) -> int32_t& { return m.z80.C2; }},
+      {29, 1, [](M& m) -> int32_t& { return m.z80.D2; }},
+      {30, 1, [](M& m) -> int32_t& { return m.z80.E2; }},
+      {31, 1, [](M& m) -> int32_t& { return m.z80.H2; }},
+      {32, 1, [](M& m) -> int32_t& { return m.z80.L2; }},
+      {33, 1, [](M& m) -> int32_t& { return m.z80.AltFlagS; }},
+      {34, 1, [](M& m) -> int32_t& { return m.z80.AltFlagZ; }},
+      {35, 1, [](M& m) -> int32_t& { return m.z80.AltFlagY; }},
+      {36, 1, [](M& m) -> int32_t& { return m.z80.AltFlagH; }},
+      {37, 1, [](M& m) -> int32_t& { return m.z80.AltFlagX; }},
+      {38, 1, [](M& m) -> int32_t& { return m.z80.AltFlagPV; }},
+      {39, 1, [](M& m) -> int32_t& { return m.z80.AltFlagN; }},
+      {40, 1, [](M& m) -> int32_t& { return m.z80.AltFlagC; }},
+      {41, 1, [](M& m) -> int32_t& { return m.z80.FlagS; }},
+      {42, 1, [](M& m) -> int32_t& { return m.z80.FlagZ; }},
+      {43, 1, [](M& m) -> int32_t& { return m.z80.FlagY; }},
+      {44, 1, [](M& m) -> int32_t& { return m.z80.FlagH; }},
+      {45, 1, [](M& m) -> int32_t& { return m.z80.FlagX; }},
+      {46, 1, [](M& m) -> int32_t& { return m.z80.FlagPV; }},
+      {47, 1, [](M& m) -> int32_t& { return m.z80.FlagN; }},
+      {48, 1, [](M& m) -> int32_t& { return m.z80.FlagC; }},
+      {49, 4, [](M& m) -> int32_t& { return m.z80.IX; }},
+      {53, 4, [](M& m) -> int32_t& { return m.z80.IY; }},
+      {57, 4, [](M& m) -> int32_t& { return m.z80.SP; }},
+      {61, 4, [](M& m) -> int32_t& { return m.z80.PC; }},
+      {65, 4, [](M& m) -> int32_t& { return m.z80.I; }},
+      {69, 4, [](M& m) -> int32_t& { return m.z80.R; }},
+      {73, 4, [](M& m) -> int32_t& { return m.z80.IFF1; }},
+      {77, 4, [](M& m) -> int32_t& { return m.z80.IFF2; }},
+      {81, 4, [](M& m) -> int32_t& { return m.z80.IM; }},
+      {403, 4, [](M& m) -> int32_t& { return m.run.ResetRequest; }},
+      {407, 4, [](M& m) -> int32_t& { return m.z80.IrqLine; }},
+      {411, 4, [](M& m) -> int32_t& { return m.run.NmiRequest; }},
+  };
+  return kNumbers;
+}
+
+bool IsFlag(const Number& n) {
+  return (n.offset >= 33 && n.offset <= 48) || n.offset == 73 || n.offset == 77 || n.offset == 407;
+}
+
+// Different values in everything that a snapshot holds; flags alternate, with the sense of parity.
+void Fill(Machine& m, uint32_t seed) {
+  std::minstd_rand dice(seed + 1);
+  for (const Number& n : Numbers()) {
+    if (IsFlag(n)) {
+      n.field(m) = static_cast<int32_t>((n.offset + seed) & 1);
+    } else if (n.size == 1) {
+      n.field(m) = static_cast<int32_t>((n.offset * 7 + seed * 100) & 0xFF);
+    } else {
+      n.field(m) = static_cast<int32_t>((n.offset * 211 + seed * 3001) & 0xFFFF);
+    }
+  }
+  m.z80.I &= 0xFF;
+  m.z80.R &= 0xFF;
+  for (uint8_t& port : m.PortShadow) port = static_cast<uint8_t>(dice());
+  for (int32_t& reg : m.crtc.CrtcRegs) reg = static_cast<int32_t>(dice());
+  for (uint8_t& byte : m.MemImage) byte = static_cast<uint8_t>(dice() >> 8);
+  m.run.CpuRunning = seed & 1;
+}
+
+// Puts a file of the name together by the layout alone.
+Bytes FileOf(Machine& m) {
+  Bytes file(kSize, 0);
+  const std::string magic = "QUOLLEMU02";
+  std::ranges::copy(magic, file.begin());
+  const auto put = [&](size_t offset, size_t size, int32_t value) {
+    for (size_t i = 0; i < size; ++i) file[offset + i] = static_cast<uint8_t>(value >> (8 * i));
+  };
+  for (const Number& n : Numbers()) put(n.offset, n.size, n.field(m));
+  for (size_t i = 0; i < 256; ++i) file[99 + i] = m.PortShadow[i];
+  file[415] = m.run.CpuRunning;
+  for (size_t i = 0; i < 19; ++i) put(499 + 4 * i, 4, m.crtc.CrtcRegs[i]);
+  for (size_t i = 0; i < 0x3C001; ++i) file[kMemory + i] = m.MemImage[i];
+  return file;
+}
+
+// What a snapshot holds, of two machines.
+void ExpectSameHeld(Machine& a, Machine& b) {
+  for (const Number& n : Numbers()) EXPECT_EQ(n.field(a), n.field(b)) << "offset " << n.offset;
+  EXPECT_EQ(a.PortShadow, b.PortShadow);
+  EXPECT_EQ(a.crtc, b.crtc);
+  EXPECT_EQ(a.run.CpuRunning, b.run.CpuRunning);
+  EXPECT_TRUE(a.MemImage == b.MemImage);
+}
+
+TEST_F(SnapshotTest, TheFileIsLaidOutAsOthersReadIt) {
+  Fill(m, 1);
+  EXPECT_TRUE(SaveSnapshot(m, Path("game")));
+  const Bytes file = ReadAll("game.tvs");
+  ASSERT_EQ(file.size(), kSize);
+  EXPECT_TRUE(file == FileOf(m));
+  EXPECT_TRUE(host.boxes.empty());
+}
+
+// A few places with plain numbers, so that the layout does not hang on the table above alone.
+TEST_F(SnapshotTest, SomePlacesOfTheFile) {
+  m.z80.A = 0x11;
+  m.z80.L = 0x22;
+  m.z80.A2 = 0x33;
+  m.z80.L2 = 0x44;
+  m.z80.FlagS = m.z80.FlagC = m.z80.AltFlagS = m.z80.AltFlagC = 0;
+  m.z80.FlagZ = m.z80.FlagN = m.z80.AltFlagY = m.z80.AltFlagPV = 1;
+  m.z80.FlagY = m.z80.FlagH = m.z80.FlagX = m.z80.FlagPV = 0;
+  m.z80.AltFlagZ = m.z80.AltFlagH = m.z80.AltFlagX = m.z80.AltFlagN = 0;
+  m.z80.IX = 0x1234;
+  m.z80.PC = 0x12345;
+  m.z80.IM = 1;
+  m.PortShadow[0] = 0x55;
+  m.PortShadow[255] = 0x66;
+  m.run.ResetRequest = 1;
+  m.z80.IrqLine = 1;
+  m.run.CpuRunning = 1;
+  m.crtc.CrtcRegs[0] = 0x01020304;
+  m.crtc.CrtcRegs[18] = -1;
+  m.MemImage[0] = 0x77;
+  m.MemImage[0x3C000] = 0x88;
+  SaveSnapshot(m, Path("a"));
+  const Bytes f = ReadAll("a.tvs");
+  ASSERT_EQ(f.size(), kSize);
+  const auto part = [&](size_t from, size_t size) {
+    return Bytes(f.begin() + static_cast<ptrdiff_t>(from), f.begin() + static_cast<ptrdiff_t>(from + size));
+  };
+  EXPECT_EQ(part(0, 19),
+            (Bytes{'Q', 'U', 'O', 'L', 'L', 'E', 'M', 'U', '0', '2', 0, 0, 0, 0, 0, 0, 0, 0, 0}));
+  EXPECT_EQ(f[19], 0x11);
+  EXPECT_EQ(f[25], 0x22);
+  EXPECT_EQ(f[26], 0x33);
+  EXPECT_EQ(f[32], 0x44);
+  EXPECT_EQ(part(33, 8), (Bytes{0, 0, 1, 0, 0, 1, 0, 0}));
+  EXPECT_EQ(part(41, 8), (Bytes{0, 1, 0, 0, 0, 0, 1, 0}));
+  EXPECT_EQ(part(49, 4), (Bytes{0x34, 0x12, 0, 0}));
+  EXPECT_EQ(part(61, 4), (Bytes{0x45, 0x23, 0x01, 0}));
+  EXPECT_EQ(part(81, 4), (Bytes{1, 0, 0, 0}));
+  EXPECT_EQ(part(85, 14), Bytes(14, 0));
+  EXPECT_EQ(f[99], 0x55);
+  EXPECT_EQ(f[354], 0x66);
+  EXPECT_EQ(part(355, 48), Bytes(48, 0));
+  EXPECT_EQ(part(403, 13), (Bytes{1, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 1}));
+  EXPECT_EQ(part(416, 83), Bytes(83, 0));
+  EXPECT_EQ(part(499, 4), (Bytes{4, 3, 2, 1}));
+  EXPECT_EQ(part(571, 4), (Bytes{0xFF, 0xFF, 0xFF, 0xFF}));
+  EXPECT_EQ(part(575, 24), Bytes(24, 0));
+  EXPECT_EQ(f[599], 0x77);
+  EXPECT_EQ(f[246359], 0x88);
+}
+
+TEST_F(SnapshotTest, LoadingGivesBackWhatWasSaved) {
+  Fill(m, 1);
+  SaveSnapshot(m, Path("a"));
+  const auto other = std::make_unique<Machine>(host);
+  Fill(*other, 2);
+  EXPECT_TRUE(LoadSnapShot(*other, Path("a.tvs")));
+  ExpectSameHeld(m, *other);
+  EXPECT_TRUE(host.boxes.empty());
+}
+
+TEST_F(SnapshotTest, PendingRequestsComeBack) {
+  m.run.ResetRequest = 1;
+  m.z80.IrqLine = 1;
+  m.run.NmiRequest = 1;
+  SaveSnapshot(m, Path("a"));
+  m.run.ResetRequest = m.z80.IrqLine = m.run.NmiRequest = 0;
+  LoadSnapShot(m, Path("a.tvs"));
+  EXPECT_EQ(m.run.ResetRequest, 1);
+  EXPECT_EQ(m.z80.IrqLine, 1);
+  EXPECT_EQ(m.run.NmiRequest, 1);
+}
+
+TEST_F(SnapshotTest, TheRestOfTheMachineGoesOnAsItIs) {
+  SaveSnapshot(m, Path("a"));
+  m.keyboard.KeyMatrix[3] = 0x12;
+  m.palette.PalHistory[1][7] = 0x45;
+  m.palette.BorderLines[9] = 77;
+  m.pen.LpenLow = 5;
+  m.tape.Level = 1;
+  m.run.FrameClock = 1234;
+  m.run.ToneItCounter = 99;
+  m.tone.toggle = 1;
+  m.CartName = "x.crt";
+  m.screen.x32KB = true;
+  const auto before = std::make_unique<Machine>(m);
+  LoadSnapShot(m, Path("a.tvs"));
+  EXPECT_EQ(m.keyboard, before->keyboard);
+  EXPECT_EQ(m.palette, before->palette);
+  EXPECT_EQ(m.pen, before->pen);
+  EXPECT_EQ(m.tape, before->tape);
+  EXPECT_EQ(m.tone, before->tone);
+  EXPECT_EQ(m.mixer, before->mixer);
+  EXPECT_EQ(m.random, before->random);
+  EXPECT_EQ(m.run.FrameClock, 1234);
+  EXPECT_EQ(m.run.ToneItCounter, 99);
+  EXPECT_EQ(m.CartName, "x.crt");
+  EXPECT_TRUE(m.screen.x32KB);
+}
+
+// Numbers that no machine writes: bytes and flags are brought into range, wide ones taken whole where the
+// processor can live with them.
+TEST_F(SnapshotTest, StrangeNumbersAreBroughtIntoRange) {
+  Bytes file = FileOf(m);
+  for (size_t at = 33; at < 49; ++at) file[at] = static_cast<uint8_t>(at);  // bit 0 counts
+  for (size_t at = 49; at < 85; ++at) file[at] = 0xFF;
+  for (size_t at = 499; at < 575; ++at) file[at] = 0x80;
+  file[415] = 7;
+  WriteAll("a.tvs", file);
+  EXPECT_TRUE(LoadSnapShot(m, "a.tvs"));
+  EXPECT_EQ(m.z80.AltFlagS, 1);
+  EXPECT_EQ(m.z80.AltFlagZ, 0);
+  EXPECT_EQ(m.z80.FlagS, 1);
+  EXPECT_EQ(m.z80.FlagC, 0);
+  EXPECT_EQ(m.z80.IX, 0xFFFF);
+  EXPECT_EQ(m.z80.SP, 0xFFFF);
+  EXPECT_EQ(m.z80.PC, -1);
+  EXPECT_EQ(m.z80.I, 0xFF);
+  EXPECT_EQ(m.z80.IFF1, 1);
+  EXPECT_EQ(m.z80.IM, -1);
+  EXPECT_EQ(m.crtc.CrtcRegs[18], static_cast<int32_t>(0x80808080U));
+  EXPECT_EQ(m.run.CpuRunning, 7);
+}
+
+// The loaded paging holds for the very next instruction, also when the machine ran on other pages before.
+TEST_F(SnapshotTest, TheLoadedPagingHoldsAtOnce) {
+  m.PortShadow[2] = 0xB0;
+  m.MemImage[0x0010] = 0xAA;
+  SaveSnapshot(m, Path("a"));
+  m.PortShadow[2] = 0x00;
+  m.MemImage[0x0010] = 0xBB;
+  RenewPages(m);
+  LoadSnapShot(m, Path("a.tvs"));
+  EXPECT_EQ(*reinterpret_cast<const uint8_t*>(m.pages.read[PageMap::kBelow] + 0x10), 0xAA);
+}
+
+// Foreign files touch nothing and say so.
+struct Foreign {
+  const char* name;
+  Bytes content;
+};
+
+class ForeignSnapshotTest : public Bench, public testing::WithParamInterface<int> {
+ public:
+  static Foreign Make(int which) {
+    const Bytes first = {'Q', 'U', 'O', 'L', 'L', 'E', 'M', 'U', '0'};
+    Bytes older(kSize, 1), small(kSize, 1), lower(kSize, 1);
+    const std::string names[] = {"QUOLLEMU01", "quollemu02", "TS01CPU \x09"};
+    std::ranges::copy(names[0], older.begin());
+    std::ranges::copy(names[1], lower.begin());
+    std::ranges::copy(names[2], small.begin());
+    switch (which) {
+      case 0: return {"older", older};
+      case 1: return {"small letters", lower};
+      case 2: return {"the other format", small};
+      case 3: return {"nine bytes", first};
+      case 4: return {"empty", {}};
+      default: return {"noise", Pattern(kSize)};
+    }
+  }
+};
+
+TEST_P(ForeignSnapshotTest, IsRefused) {
+  const Foreign foreign = Make(GetParam());
+  SCOPED_TRACE(foreign.name);
+  WriteAll("a.tvs", foreign.content);
+  Fill(m, 3);
+  m.z80.Halted = 1;
+  const auto before = std::make_unique<Machine>(m);
+  EXPECT_FALSE(LoadSnapShot(m, Path("a.tvs")));
+  ExpectSameHeld(m, *before);
+  EXPECT_EQ(m.z80, before->z80);
+  ASSERT_EQ(host.boxes.size(), 1U);
+  EXPECT_EQ(host.boxes[0].text, "Snapshot not valid!");
+  EXPECT_EQ(host.boxes[0].title, "Error");
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, ForeignSnapshotTest, testing::Range(0, 6));
+
+TEST_F(SnapshotTest, AMissingFileIsRefusedAndNotMade) {
+  Fill(m, 3);
+  const auto before = std::make_unique<Machine>(m);
+  EXPECT_FALSE(LoadSnapShot(m, Path("none.tvs")));
+  EXPECT_FALSE(LoadSnapShot(m, folder.string()));
+  EXPECT_FALSE(LoadSnapShot(m, ""));
+  ExpectSameHeld(m, *before);
+  ASSERT_EQ(host.boxes.size(), 3U);
+  for (const auto& box : host.boxes) EXPECT_EQ(box.text, "Snapshot not valid!");
+  EXPECT_TRUE(Names().empty());
+}
+
+TEST_F(SnapshotTest, WhatFollowsTheLayoutIsNotLookedAt) {
+  Fill(m, 1);
+  Bytes file = FileOf(m);
+  file.resize(kSize + 100'000, 0xEE);
+  WriteAll("a.tvs", file);
+  const auto other = std::make_unique<Machine>(host);
+  EXPECT_TRUE(LoadSnapShot(*other, Path("a.tvs")));
+  ExpectSameHeld(m, *other);
+  EXPECT_TRUE(host.boxes.empty());
+}
+
+// Every length from the bare name on past the CRTC, and some in the memory: a field comes from the file when
+// all of it is there.
+TEST_F(SnapshotTest, ACutFileGivesTheFieldsThatAreWhole) {
+  Fill(m, 1);
+  const Bytes file = FileOf(m);
+  const auto older = std::make_unique<Machine>(host);
+  Fill(*older, 2);
+  older->z80.Halted = 1;
+  std::vector<size_t> lengths = {1000, 100'000, kSize - 1};
+  for (size_t length = 10; length <= kMemory + 2; ++length) lengths.push_back(length);
+  for (const size_t length : lengths) {
+    SCOPED_TRACE(length);
+    const auto got = std::make_unique<Machine>(*older);
+    EXPECT_EQ(ApplySnapshot(*got, std::span(file).first(length)), SnapshotResult::CutShort);
+    const auto whole = [&](size_t offset, size_t size) { return offset + size <= length; };
+    for (const Number& n : Numbers()) {
+      EXPECT_EQ(n.field(*got), n.field(whole(n.offset, n.size) ? m : *older)) << n.offset;
+    }
+    EXPECT_EQ(got->PortShadow, (whole(99, 256) ? m : *older).PortShadow);
+    EXPECT_EQ(got->run.CpuRunning, (whole(415, 1) ? m : *older).run.CpuRunning);
+    EXPECT_EQ(got->crtc, (whole(499, 76) ? m : *older).crtc);
+    EXPECT_TRUE(got->MemImage == older->MemImage);
+    EXPECT_EQ(got->z80.Halted, whole(61, 4) ? 0 : 1);
+    if (HasFailure()) return;
+  }
+  EXPECT_EQ(ApplySnapshot(*older, file), SnapshotResult::Whole);
+  ExpectSameHeld(*older, m);
+}
+
+TEST_F(SnapshotTest, TheUserIsToldOfACutFile) {
+  Bytes file = FileOf(m);
+  file.resize(5000);
+  WriteAll("a.tvs", file);
+  EXPECT_TRUE(LoadSnapShot(m, Path("a.tvs")));
+  ExpectBox(Path("a.tvs"), "the file was cut short: it has 5000 of 246360 bytes");
+}
+
+TEST_F(SnapshotTest, TheExtensionIsAppendedOnce) {
+  SaveSnapshot(m, Path("one"));
+  SaveSnapshot(m, Path("two.tvs"));
+  SaveSnapshot(m, "three.cas");
+  EXPECT_EQ(Names(), (std::vector<std::string>{"one.tvs", "three.cas.tvs", "two.tvs"}));
+}
+
+TEST_F(SnapshotTest, AFailedSaveKeepsTheOldFileAndIsTold) {
+  WriteAll("a.tvs", {1, 2, 3});
+  {
+    const FullDisk full(100'000);
+    EXPECT_FALSE(SaveSnapshot(m, Path("a")));
+  }
+  ExpectBox(Path("a.tvs"), "File too large");
+  EXPECT_EQ(ReadAll("a.tvs"), (Bytes{1, 2, 3}));
+  host.boxes.clear();
+  EXPECT_FALSE(SaveSnapshot(m, Path("a.tvs/b")));
+  ExpectBox(Path("a.tvs/b.tvs"), "Not a directory");
+  host.boxes.clear();
+  {
+    const ReadOnlyFolder readOnly(folder);
+    EXPECT_FALSE(SaveSnapshot(m, Path("a")));
+  }
+  ExpectBox(Path("a.tvs"), "Permission denied");
+  EXPECT_EQ(ReadAll("a.tvs"), (Bytes{1, 2, 3}));
+  EXPECT_EQ(Names(), (std::vector<std::string>{"a.tvs"}));
+}
+
+// A snapshot taken while the processor waits at a HALT goes on waiting there, and one taken in the middle of
+// a program is not moved on by the wait of the program that it replaces.
+TEST_F(SnapshotTest, TheWaitAtAHaltIsTheLoadedMachines) {
+  m.PortShadow[2] = 0xB0;
+  m.MemImage[0x100] = 0x76;  // HALT
+  m.MemImage[0x101] = 0x00;
+  m.z80.PC = 0x100;
+  m.z80.IFF1 = m.z80.IFF2 = m.z80.IM = 1;
+  m.z80.SP = 0x8000;
+  RunLoop(m);
+  ASSERT_EQ(m.z80.Halted, 1);
+  SaveSnapshot(m, Path("halted"));
+  m.z80.Halted = 0;
+  m.z80.PC = 0x101;
+  SaveSnapshot(m, Path("running"));
+
+  LoadSnapShot(m, Path("halted.tvs"));
+  m.z80.IrqLine = 1;
+  RunLoop(m);  // HALT once more, then the interrupt, which returns behind it
+  EXPECT_EQ(m.z80.PC, 0x38);
+  EXPECT_EQ(m.MemImage[0x7FFE], 0x01);
+  EXPECT_EQ(m.MemImage[0x7FFF], 0x01);
+
+  m.z80.Halted = 1;
+  LoadSnapShot(m, Path("running.tvs"));
+  m.z80.IrqLine = 1;
+  RunLoop(m);  // NOP, then the interrupt, which returns to the byte behind that
+  EXPECT_EQ(m.z80.PC, 0x38);
+  EXPECT_EQ(m.MemImage[0x7FFE], 0x02);
+  EXPECT_EQ(m.MemImage[0x7FFF], 0x01);
+}
+
+// Stops after a number of frames.
+struct FrameHost : BenchHost {
+  int framesLeft = 0;
+  int frames = 0;
+  uint32_t ticks = 0;
+  uint32_t TickCount() override { return ticks += 20; }
+  void FrameEnded(Machine& m) override {
+    ++frames;
+    if (--framesLeft <= 0) m.run.CpuRunning = 0;
+  }
+  void Stalled(Machine& m) override { m.run.CpuRunning = 0; }
+  // True when the program has ended the emulator.
+  bool Run(Machine& m, int count) {
+    framesLeft = count;
+    m.run.CpuRunning = 1;
+    try {
+      RunLoop(m);
+    } catch (const ProgramEnd&) {
+      return true;
+    }
+    return false;
+  }
+};
+
+// Random code with interrupts served: all memory noise with lively instructions strewn in.
+void RandomProgram(Machine& m, uint32_t seed) {
+  std::mt19937 dice(seed);
+  const std::vector<Bytes> lively = {
+      {0xFB},       {0xFB, 0x76}, {0xED, 0xB0}, {0xD3, 0x60}, {0xD3, 0x61}, {0xD3, 0x00}, {0xD3, 0x06},
+      {0xDB, 0x58}, {0xDB, 0x59}, {0xED, 0x5F}, {0xC9},       {0xE5},       {0xE1},       {0x31, 0x00, 0x70}};
+  for (size_t at = 0; at + 4 < m.MemImage.size();) {
+    if (dice() % 3 == 0) {
+      for (const uint8_t byte : lively[dice() % lively.size()]) m.MemImage[at++] = byte;
+    } else {
+      m.MemImage[at++] = static_cast<uint8_t>(dice());
+    }
+  }
+  const Bytes handler = {0xF5, 0xD3, 0x07, 0xF1, 0xFB, 0xC9};
+  for (const ptrdiff_t base : {0x00000, 0x0C000, 0x14000, 0x18000}) {
+    std::ranges::copy(handler, m.MemImage.begin() + base + 0x38);
+  }
+  m.PortShadow[2] = 0xB0;
+  m.z80.PC = 0x4000;
+  m.z80.SP = 0x7000;
+  m.z80.IFF1 = m.z80.IM = 1;
+  m.z80.UnDocEnabled = 1;
+  // The picture's usual size, and the cursor interrupt in its middle.
+  m.crtc.CrtcRegs = {99, 64, 75, 50, 77, 2, 60, 66, 0, 3, 3, 3, 0, 0, 7, 31, 0, 0, 0};
+  m.run.ToneItCounter = 5000;
+  m.screen.xNoError = true;
+}
+
+// Two machines from one snapshot: the one that was saved and another into which it was loaded, which before
+// had other values in all that a snapshot holds, run on for 10 seconds of their time and stay the same.
+TEST_F(SnapshotTest, AMachineGoesOnAsIfItHadNotBeenSaved) {
+  constexpr int kTrials = 12;
+  constexpr int kFrames = 500;
+  int ranThrough = 0;
+  for (int trial = 0; trial < kTrials; ++trial) {
+    SCOPED_TRACE(trial);
+    FrameHost hosts[2];
+    const auto first = std::make_unique<Machine>(hosts[0]);
+    CpuInit(first->z80);
+    MachineReset(*first);
+    RandomProgram(*first, static_cast<uint32_t>(trial));
+    hosts[0].Run(*first, 3 + trial);
+    first->run.CpuRunning = 1;
+    ASSERT_TRUE(SaveSnapshot(*first, Path("a")));
+
+    const auto second = std::make_unique<Machine>(*first);
+    Fill(*second, static_cast<uint32_t>(trial));
+    second->z80.Halted = 1;
+    second->host = &hosts[1];
+    hosts[1].ticks = hosts[0].ticks;
+    ASSERT_TRUE(LoadSnapShot(*second, Path("a.tvs")));
+
+    hosts[0].frames = 0;
+    EXPECT_EQ(hosts[0].Run(*first, kFrames), hosts[1].Run(*second, kFrames));
+    EXPECT_EQ(hosts[0].frames, hosts[1].frames);
+    if (hosts[1].frames == kFrames) ++ranThrough;
+    ExpectSameHeld(*first, *second);
+    EXPECT_EQ(first->z80, second->z80);
+    EXPECT_EQ(first->run.FrameClock, second->run.FrameClock);
+    EXPECT_EQ(first->run.Cycles, second->run.Cycles);
+    EXPECT_EQ(first->run.ToneItCounter, second->run.ToneItCounter);
+    EXPECT_EQ(first->palette, second->palette);
+    EXPECT_EQ(first->tone, second->tone);
+    EXPECT_EQ(first->mixer, second->mixer);
+    EXPECT_TRUE(PicturePixels(first->picture) == PicturePixels(second->picture));
+  }
+  RecordProperty("ranThrough", ranThrough);
+  EXPECT_GE(ranThrough, kTrials / 2);
+}
+
+// Loading within the pump of a running loop: the loop goes on with the loaded machine.
+TEST_F(SnapshotTest, ALoopThatIsRunningGoesOnWithTheLoadedMachine) {
+  struct LoadingHost : FrameHost {
+    std::string file;
+    void Pump(Machine& machineHere) override {
+      if (!file.empty()) LoadSnapShot(machineHere, file);
+      file.clear();
+    }
+  } loading;
+  m.host = &loading;
+  m.PortShadow[2] = 0xB0;
+  std::ranges::copy(Bytes{0x3C, 0x18, 0xFD}, m.MemImage.begin() + 0x5000);  // INC A, and again
+  m.z80.PC = 0x5000;
+  m.z80.B = 0x42;
+  m.run.CpuRunning = 1;
+  SaveSnapshot(m, Path("a"));
+  m.PortShadow[2] = 0x00;
+  m.z80.B = 0;
+  std::ranges::copy(Bytes{0x18, 0xFE}, m.MemImage.begin() + 0x5000);
+  loading.file = Path("a.tvs");
+  loading.Run(m, 3);
+  EXPECT_EQ(loading.frames, 3);
+  EXPECT_EQ(m.z80.B, 0x42);
+  EXPECT_GE(m.z80.PC, 0x5000);
+  EXPECT_LE(m.z80.PC, 0x5001);
+  EXPECT_EQ(m.PortShadow[2], 0xB0);
+}
+
+// The next picture is made of the loaded video RAM and the loaded palette ports.
+TEST_F(SnapshotTest, ThePictureShowsTheLoadedVideoRam) {
+  m.crtc.CrtcRegs = {99, 64, 75, 50, 77, 2, 60, 66, 0, 3, 32, 3, 0, 0, 0, 0, 0, 0, 0};
+  m.screen.xScreenBW = false;
+  m.PortShadow[0x60] = 0x00;
+  m.PortShadow[0x61] = 0x55;
+  const auto draw = [](Machine& machineHere) {
+    PALchNull(machineHere.palette);
+    redraw(machineHere);
+    return PicturePixels(machineHere.picture);
+  };
+  const auto black = draw(m);
+  std::ranges::copy(Pattern(0x4000), m.MemImage.begin() + 0x10000);
+  SaveSnapshot(m, Path("a"));
+  const auto saved = draw(m);
+  ASSERT_NE(black, saved);
+  const auto other = std::make_unique<Machine>(host);
+  EXPECT_TRUE(LoadSnapShot(*other, Path("a.tvs")));
+  EXPECT_EQ(draw(*other), saved);
+}
+
+}  // namespace
+
+}  // namespace quoll::test
