@@ -61,7 +61,7 @@ void PortOut(Machine& m, int32_t port, int32_t& value) {
   switch (number) {
     case 0x00: BorderSet(m.palette, value, m.run.FrameClock); break;
     case 0x01: break;
-    case 0x02: return StorePaging(m, number, value, 0xFF);
+    case 0x02: return StorePaging(m, number, value, 0xFC);
     case 0x03: return StorePaging(m, number, value, 0xC0);
     case 0x04:
     case 0x05: break;
@@ -127,7 +127,7 @@ int32_t PortIn(Machine& m, int32_t port) {
     case 0x73:
     case 0x75:
     case 0x77: return CrtcRead(m.crtc) & 0xFF;
-    default: LogPortRead(m.screen.List1, static_cast<uint8_t>(port)); return 255;
+    default: LogPortRead(m.screen.List1, port); return 255;
   }
 }
 

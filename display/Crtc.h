@@ -19,7 +19,8 @@ inline constexpr int32_t kCrtcSelected = 18;
 // All zero but R10 = 32, which keeps the cursor interrupt off.
 void CrtcReset(Crtc& crtc);
 
-// Ports 0x70, 0x72, 0x74, 0x76: selects a register. Leaves the value masked with 0x1F in the caller's variable.
+// Ports 0x70, 0x72, 0x74, 0x76: selects a register. Leaves the value masked with 0x1F in the caller's
+// variable.
 void CrtcSelect(Crtc& crtc, int32_t& value);
 
 // Ports 0x71, 0x73, 0x75, 0x77: stores into the selected register. Leaves the value in the caller's

@@ -11,9 +11,9 @@
 namespace quoll {
 
 struct ErrorSim {
-  bool Check1 = false;                                   // "Enabled"
-  std::array<bool, 8> CH0{};                             // "0 bit" to "7 bit"
-  std::array<bool, 3> Option1{true, false, false};       // "bit=0", "bit=1", "bit=Random"
+  bool Check1 = false;                                                  // "Enabled"
+  std::array<bool, 8> CH0{};                                            // "0 bit" to "7 bit"
+  std::array<bool, 3> Option1{true, false, false};                      // "bit=0", "bit=1", "bit=Random"
   bool Check2 = false, Check3 = false, Check4 = false, Check5 = false;  // "U0" to "U3"
 };
 

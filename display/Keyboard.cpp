@@ -43,7 +43,11 @@ constexpr std::array<Wire, 256> kWires = MakeWires();
 
 }  // namespace
 
-int32_t KeyboardRow(const Keyboard& keyboard, int32_t row) { return 255 - keyboard.KeyMatrix[row & 0x0F]; }
+int32_t KeyboardRow(const Keyboard& keyboard, int32_t row) {
+  constexpr int32_t kRows = 11;  // the rows from here on lead nowhere
+  const int32_t selected = row & 0x0F;
+  return selected < kRows ? 255 - keyboard.KeyMatrix[selected] : 255;
+}
 
 void KeyboardClear(Keyboard& keyboard) { keyboard.KeyMatrix.fill(0); }
 

@@ -181,7 +181,7 @@ std::array<Control, kOwnControls + sizeof...(kPlaces)> AllControls(std::index_se
   };
 }
 
-void Log(PortLog& log, uint32_t limit, char kind, uint8_t port) {
+void Log(PortLog& log, uint32_t limit, char kind, int32_t port) {
   if (log.count > limit) log.count = 0;
   log.lines[log.count++] = {kind, port};
 }
@@ -193,8 +193,8 @@ std::string PortLog::Text(uint32_t line) const {
   return lines[line].kind + std::to_string(lines[line].port);
 }
 
-void LogPortWrite(PortLog& log, uint8_t port) { Log(log, PortLog::kWriteLimit, 'W', port); }
-void LogPortRead(PortLog& log, uint8_t port) { Log(log, PortLog::kReadLimit, 'R', port); }
+void LogPortWrite(PortLog& log, int32_t port) { Log(log, PortLog::kWriteLimit, 'W', port); }
+void LogPortRead(PortLog& log, int32_t port) { Log(log, PortLog::kReadLimit, 'R', port); }
 
 std::span<const MenuItem> MenuItems() { return kMenu; }
 

@@ -22,7 +22,7 @@ struct PortLog {
 
   struct Line {
     char kind = 0;  // 'W' or 'R'
-    uint8_t port = 0;
+    int32_t port = 0;
     bool operator==(const Line&) const = default;
   };
   std::array<Line, kReadLimit + 1> lines{};
@@ -32,8 +32,8 @@ struct PortLog {
   std::string Text(uint32_t line) const;
 };
 
-void LogPortWrite(PortLog& log, uint8_t port);
-void LogPortRead(PortLog& log, uint8_t port);
+void LogPortWrite(PortLog& log, int32_t port);
+void LogPortRead(PortLog& log, int32_t port);
 
 struct TScreen {
   std::string Caption = "QUOLL_EMU";

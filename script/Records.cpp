@@ -86,6 +86,7 @@ constexpr std::array kRunFields{
 };
 
 constexpr const char* kPcHistory = "PcHistory";
+constexpr const char* kVideoReadNoise = "VideoReadNoise";  // a flag of the machine, reached here
 
 template <typename Fields>
 auto& FindField(lua_State* L, const Fields& fields, const char* record) {
@@ -113,6 +114,10 @@ int ReadRun(lua_State* L, Script& script) {
     PushPcHistory(L);
     return 1;
   }
+  if (std::strcmp(lua_tostring(L, 2), kVideoReadNoise) == 0) {
+    lua_pushinteger(L, script.machine.VideoReadNoise ? 1 : 0);
+    return 1;
+  }
   const RunField& found = FindField(L, kRunFields, "RunState");
   std::visit([&](auto field) { lua_pushinteger(L, static_cast<lua_Integer>(script.machine.run.*field)); },
              found.field);
@@ -123,8 +128,12 @@ int WriteRun(lua_State* L, Script& script) {
   if (std::strcmp(luaL_checkstring(L, 2), kPcHistory) == 0) {
     return luaL_error(L, "RunState.PcHistory is written element by element");
   }
-  const RunField& found = FindField(L, kRunFields, "RunState");
   const lua_Integer value = luaL_checkinteger(L, 3);
+  if (std::strcmp(lua_tostring(L, 2), kVideoReadNoise) == 0) {
+    script.machine.VideoReadNoise = value != 0;
+    return 0;
+  }
+  const RunField& found = FindField(L, kRunFields, "RunState");
   std::visit(
       [&](auto field) {
         auto& target = script.machine.run.*field;

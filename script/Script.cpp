@@ -74,6 +74,7 @@ int OpenScript(lua_State* L) {
   OpenRecords(L);
   OpenArrays(L);
   OpenFunctions(L);
+  OpenMediaFunctions(L);
   OpenControls(L);
   OpenRunning(L);
   OpenTyping(L);

@@ -71,6 +71,7 @@ int32_t LowInt(lua_State* L, int argument);
 void OpenRecords(lua_State* L);
 void OpenArrays(lua_State* L);
 void OpenFunctions(lua_State* L);
+void OpenMediaFunctions(lua_State* L);
 void OpenControls(lua_State* L);
 void OpenRunning(lua_State* L);
 void OpenTyping(lua_State* L);

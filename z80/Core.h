@@ -218,10 +218,12 @@ struct Core {
   }
   static constexpr uint32_t kIdleSlice = 0x10000;
 
-  // The rare ways, kept out of the run loop's code. A write that ends the program finds the record in order.
+  // The rare ways, kept out of the run loop's code. A write that ends the program
+  // leaves PC at the instruction's first byte, so that it can be looked at and run again.
   [[gnu::noinline]] static void WriteByTree(Machine& machine, intptr_t at, size_t nextSlot, intptr_t address,
                                             int32_t value) {
     Store(machine, at, nextSlot);
+    machine.z80.PC = machine.run.PrevPc;
     MemWrite(machine, static_cast<int32_t>(address), static_cast<uint8_t>(value));
   }
   [[gnu::noinline]] static intptr_t SkipUnknown(Machine& machine, intptr_t at) {

@@ -20,7 +20,7 @@ void Accept(Machine& m, int32_t vector) {
   MemWrite(m, m.z80.SP, static_cast<uint8_t>(pc));
   m.z80.PC = vector;
   m.run.Cycles = WrappingAdd(m.run.Cycles, kAcceptTStates);
-  m.z80.R += 1;
+  m.z80.R = WrappingAdd(m.z80.R, 1);
 }
 
 }  // namespace

@@ -11,36 +11,39 @@
 
 namespace quoll {
 
+template <class Core>
+void EndWithoutTime(Core& c) {
+  c.Next(0, 1, 0);
+  c.NoTime();
+  c.Cut();
+}
+
 // Four instructions by which a program drives the emulator. They take no T-states and leave R.
 template <class Core>
 void RaiseIrq(Core& c) {
   if (c.s.IFF1 == 1) c.s.IrqLine = 1;
-  c.Next(0, 1, 0);
-  c.Cut();
+  EndWithoutTime(c);
 }
 
 template <class Core>
 void RaiseNmi(Core& c) {
   c.m.run.NmiRequest = 1;
   c.m.host->Beep(600, 500);
-  c.Next(0, 1, 0);
-  c.Cut();
+  EndWithoutTime(c);
 }
 
 template <class Core>
 void RaiseReset(Core& c) {
   c.m.run.ResetRequest = 1;
   c.m.host->Beep(600, 500);
-  c.Next(0, 1, 0);
-  c.Cut();
+  EndWithoutTime(c);
 }
 
 template <class Core>
 void StopRun(Core& c) {
   c.m.run.CpuRunning = 0;
   c.m.host->Beep(600, 200);
-  c.Next(0, 1, 0);
-  c.Cut();
+  EndWithoutTime(c);
 }
 
 template <class Core>

@@ -15,7 +15,8 @@ struct Z80State {
   // Program counter: not masked to 16 bits, so that a program can run past 0xFFFF.
   int32_t PC;
   int32_t I;           // interrupt vector register, 0 to 255
-  int32_t R;           // refresh counter; counts up freely inside a pass, 0 to 255 after it
+  int32_t R;           // refresh counter; counts up freely inside a pass; after it 0 to 255, or 256
+                       // when an interrupt was accepted
   int32_t IM;          // interrupt mode, 0 to 2
   int32_t IFF1, IFF2;  // interrupt flip-flops, 0 or 1
   // Flags, 0 or 1, in the order of FlagRows.h. FlagY is bit 5 of the F byte, FlagX bit 3.

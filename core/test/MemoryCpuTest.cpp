@@ -115,7 +115,7 @@ void PutCode(Machine& m, int32_t offset, const std::vector<int>& code) {
 
 TEST(MemoryCpuTest, LoadAndStoreInARun) {
   ForEachRow([](const PagingRow& row, int32_t address, bool only32) {
-    for (const int away : {0x00, 0xFF}) {
+    for (const int away : {0x00, 0xFF, 0x01, 0x02, 0x04, 0x08, 0x10, 0x20, 0x40, 0x80}) {
       CoreHost host;
       const auto m = Prepare(host, row, only32);
       auto code = SelectRow(row, away);

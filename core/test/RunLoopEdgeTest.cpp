@@ -10,7 +10,7 @@ namespace {
 
 constexpr int32_t kPasses = 65536;  // between two calls of Host::Stalled
 
-TEST(StallTest, AJumpOntoItselfComesUpForAir) {
+TEST(NoTimeTest, AJumpOntoItselfComesUpForAir) {
   CoreHost host;
   host.stallsAllowed = 3;
   const auto m = RamMachine(host);
@@ -41,7 +41,7 @@ TEST(StallTest, AJumpOntoItselfComesUpForAir) {
 }
 
 // A ring of jumps tells how many passes there were.
-TEST(StallTest, EveryTimeAfter65536Passes) {
+TEST(NoTimeTest, EveryTimeAfter65536Passes) {
   constexpr int32_t kRing = 9973;
   CoreHost host;
   host.stallsAllowed = 4;
@@ -59,7 +59,7 @@ TEST(StallTest, EveryTimeAfter65536Passes) {
   EXPECT_EQ(host.stalls, 4);
 }
 
-TEST(StallTest, UnknownOpcodesCountAsWell) {
+TEST(NoTimeTest, UnknownOpcodesCountAsWell) {
   CoreHost host;
   const auto m = RamMachine(host);
   m->z80.PC = 0x1000;
@@ -72,7 +72,7 @@ TEST(StallTest, UnknownOpcodesCountAsWell) {
   EXPECT_EQ(m->run.FrameClock, 0);
 }
 
-TEST(StallTest, TheHostCanBreakTheLoopByChangingTheMachine) {
+TEST(NoTimeTest, TheHostCanBreakTheLoopByChangingTheMachine) {
   CoreHost host;
   host.stallsAllowed = 100;
   const auto m = RamMachine(host);
@@ -85,7 +85,7 @@ TEST(StallTest, TheHostCanBreakTheLoopByChangingTheMachine) {
   EXPECT_EQ(m->run.FrameClock, 6);
 }
 
-TEST(StallTest, AResetAskedForThereIsServed) {
+TEST(NoTimeTest, AResetAskedForThereIsServed) {
   CoreHost host;
   host.stallsAllowed = 100;
   const auto m = RamMachine(host);
@@ -99,7 +99,7 @@ TEST(StallTest, AResetAskedForThereIsServed) {
   EXPECT_EQ(m->run.FrameClock, 3);
 }
 
-TEST(StallTest, AProgramThatTakesTimeReachesItsFrames) {
+TEST(NoTimeTest, AProgramThatTakesTimeReachesItsFrames) {
   CoreHost host;
   host.stallsAllowed = 1000000;
   const auto m = RamMachine(host);

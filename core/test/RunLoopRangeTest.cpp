@@ -31,6 +31,7 @@ TEST(RangeTest, AnyFrameClockInARun) {
     host.framesAllowed = 3;
     const auto m = RamMachine(host);
     m->z80.PC = 0x1000;
+    m->run.FrameClock = start;
     Put(*m, 0x1000, {0xC3, 0x00, 0x10});  // JP 1000, 10 T-states
     if (start < -1000000 || start > INT_MAX - 10) continue;
     int64_t clock = start;

@@ -159,7 +159,26 @@ check.equal(Hex4(0xABC), "0ABC", "Hex4")
 check.equal(Hex4(0x12345), "12345", "Hex4")
 check.equal(Hex4(-1), "FFFFFFFF", "Hex4")
 
+-- Programs in and out. A snapshot comes back with the registers and memory that were saved.
+local folder = os.tmpname()
+os.remove(folder)
+MemImage[0x5000], Z80State.A, Z80State.IX = 0x5A, 0x77, 0x1234
+SaveSnapshot(folder)
+MemImage[0x5000], Z80State.A, Z80State.IX = 0, 0, 0
+LoadSnapShot(folder .. ".tvs")
+check.equal(MemImage[0x5000], 0x5A, "memory of a snapshot")
+check.equal(Z80State.A, 0x77, "A of a snapshot")
+check.equal(Z80State.IX, 0x1234, "IX of a snapshot")
+os.remove(folder .. ".tvs")
+SaveCAS(folder, 0x5000, 0x50FF)
+local cas = assert(io.open(folder .. ".cas", "rb"))
+check.equal(#cas:read("a") > 144, true, "a cassette file has its header and the bytes")
+cas:close()
+os.remove(folder .. ".cas")
+LoadTIM(folder .. ".tim")
+check.equal(#Messages(), 1, "a missing picture is told")
+
 -- What does not exist yet is simply absent.
-for _, name in ipairs({"LoadCAS", "SN_Reg", "DiskData", "DisAsm", "Compile", "TapeOpen"}) do
+for _, name in ipairs({"SN_Reg", "DiskData", "DisAsm", "Compile", "TapeOpen"}) do
   check.equal(_G[name], nil, name)
 end

@@ -58,6 +58,16 @@ check.raises("out of range", function() return RunState.PcHistory[10] end)
 check.raises("out of range", function() RunState.PcHistory[-1] = 0 end)
 check.raises("element by element", function() RunState.PcHistory = {} end)
 
+check.equal(RunState.VideoReadNoise, 0, "VideoReadNoise at start")
+RunState.VideoReadNoise = 1
+check.equal(RunState.VideoReadNoise, 1, "VideoReadNoise")
+PortShadow[2] = 0x00
+MemImage[0x10000] = 0
+check.equal(MemRead(0x8000), 0x37, "a read of page 2 video damages bank 0")
+RunState.VideoReadNoise = 0
+MemImage[0x10000] = 0
+check.equal(MemRead(0x8000), 0, "without noise")
+
 check.raises("Z80State has no field 'AF'", function() return Z80State.AF end)
 check.raises("Z80State has no field 'a'", function() Z80State.a = 1 end)
 check.raises("RunState has no field 'Speed'", function() return RunState.Speed end)

@@ -1,4 +1,4 @@
-// Interrupts, the non-maskable one, resets, and how they leave a HALT.
+// The maskable interrupt: its line, its acceptance, its modes.
 #include <cstdint>
 #include <vector>
 
@@ -8,10 +8,6 @@
 
 namespace quoll::z80test {
 namespace {
-
-int32_t OnStack(const Bench& b, int32_t sp = kStack) {
-  return b.Peek((sp + 0xFFFE) % 0x10000) + 256 * b.Peek((sp + 0xFFFF) % 0x10000);
-}
 
 // An interrupt waits and may come.
 void Enable(Bench& b) { b.s.IFF1 = b.s.IFF2 = 1, b.s.IrqLine = 1; }
@@ -25,7 +21,7 @@ TEST(Z80Interrupt, EntryInMode1PushesAndJumps) {
     IrqEnter(*b.m);
     want.IFF1 = want.IFF2 = 0, want.PC = 0x38, want.R += 1, want.SP = (sp + 0xFFFE) % 0x10000;
     EXPECT_TRUE(SameState(b.s, want));
-    EXPECT_EQ(OnStack(b, sp), 0x1234);
+    EXPECT_EQ(b.OnStack(sp), 0x1234);
     EXPECT_EQ(b.Taken(), 11);
     EXPECT_TRUE(b.host.messages.empty());
   }
@@ -35,11 +31,11 @@ TEST(Z80Interrupt, EntryPushesTheLow16BitsOfPC) {
   Bench b;
   b.s.PC = 0x2ABCD;
   IrqEnter(*b.m);
-  EXPECT_EQ(OnStack(b), 0xABCD);
+  EXPECT_EQ(b.OnStack(), 0xABCD);
   b.Restart();
   b.s.PC = 0x10042;
   NmiEnter(*b.m);
-  EXPECT_EQ(OnStack(b), 0x0042);
+  EXPECT_EQ(b.OnStack(), 0x0042);
 }
 
 TEST(Z80Interrupt, EntryInModes0And2StopsWithAMessage) {
@@ -53,30 +49,12 @@ TEST(Z80Interrupt, EntryInModes0And2StopsWithAMessage) {
     IrqEnter(*b.m);
     want.IFF1 = want.IFF2 = 0;
     EXPECT_TRUE(SameState(b.s, want)) << mode;
-    EXPECT_EQ(OnStack(b), 0x2211);
+    EXPECT_EQ(b.OnStack(), 0x2211);
     EXPECT_EQ(b.Taken(), 0);
     EXPECT_EQ(b.run.CpuRunning, 0);
     ASSERT_EQ(b.host.messages.size(), 1U);
     EXPECT_EQ(b.host.messages[0].text, "IM MODE 0 or 2 not allowed!");
   }
-}
-
-TEST(Z80Interrupt, NmiEntrySavesIff1) {
-  for (const int32_t mode : {0, 1, 2})
-    for (const int32_t iff1 : {0, 1})
-      for (const int32_t sp : {kStack, 0x0000, 0x0001}) {
-        Bench b;
-        b.s.IFF1 = iff1, b.s.IFF2 = 1 - iff1, b.s.IM = mode, b.s.PC = 0x1234, b.s.SP = sp;
-        b.run.NmiRequest = 1;
-        Z80State want = b.s;
-        NmiEnter(*b.m);
-        want.IFF2 = iff1, want.IFF1 = 0, want.PC = 0x66, want.R += 1, want.SP = (sp + 0xFFFE) % 0x10000;
-        EXPECT_TRUE(SameState(b.s, want));
-        EXPECT_EQ(OnStack(b, sp), 0x1234);
-        EXPECT_EQ(b.Taken(), 11);
-        EXPECT_EQ(b.run.NmiRequest, 1);
-        EXPECT_TRUE(b.host.messages.empty());
-      }
 }
 
 TEST(Z80Interrupt, IsAcceptedAtTheEndOfAPass) {
@@ -85,7 +63,7 @@ TEST(Z80Interrupt, IsAcceptedAtTheEndOfAPass) {
   b.Pass({0x3C});
   EXPECT_EQ(b.s.A, 0x56);
   EXPECT_EQ(b.s.PC, 0x38);
-  EXPECT_EQ(OnStack(b), kOrigin + 1);
+  EXPECT_EQ(b.OnStack(), kOrigin + 1);
   EXPECT_EQ(b.Taken(), 4 + 11);
   EXPECT_EQ(b.run.FrameClock, kStartCycles + 15);
   EXPECT_EQ(b.s.R, kStartR + 2);
@@ -107,12 +85,12 @@ TEST(Z80Interrupt, IsNotAcceptedBehindAPrefix) {
   Enable(b);
   b.Pass({0xDD, 0x23});
   EXPECT_EQ(b.s.IX, 0x7013);
-  EXPECT_EQ(OnStack(b), kOrigin + 2);
+  EXPECT_EQ(b.OnStack(), kOrigin + 2);
   b.Restart();
   Enable(b);
   b.Pass({0xFD, 0xCB, 0x00, 0xC6});
   EXPECT_EQ(b.Peek(0x71F4) & 1, 1);
-  EXPECT_EQ(OnStack(b), kOrigin + 4);
+  EXPECT_EQ(b.OnStack(), kOrigin + 4);
 }
 
 TEST(Z80Interrupt, AcceptanceComesAfterRIsMasked) {
@@ -153,7 +131,7 @@ TEST(Z80Interrupt, AfterEiAWaitingLineIsTakenAtOnce) {
   b.s.IrqLine = 1;
   b.Pass({0xFB, 0x3C});
   EXPECT_EQ(b.s.PC, 0x38);
-  EXPECT_EQ(OnStack(b), kOrigin + 1);
+  EXPECT_EQ(b.OnStack(), kOrigin + 1);
   EXPECT_EQ(b.s.A, 0x55);
   EXPECT_EQ(b.Taken(), 4 + 11);
 }
@@ -167,7 +145,7 @@ TEST(Z80Interrupt, AfterEiAFlagAloneIsTakenOneInstructionLater) {
   EXPECT_EQ(b.s.IrqLine, 1);
   b.Pass();
   EXPECT_EQ(b.s.PC, 0x38);
-  EXPECT_EQ(OnStack(b), kOrigin + 2);
+  EXPECT_EQ(b.OnStack(), kOrigin + 2);
   EXPECT_EQ(b.s.A, 0x56);
 }
 
@@ -191,7 +169,7 @@ TEST(Z80Interrupt, TheLineStaysUntilPort7IsWritten) {
   EXPECT_EQ(b.s.PC, 0x39);
   b.Pass();
   EXPECT_EQ(b.s.PC, 0x38) << "taken again after EI";
-  EXPECT_EQ(OnStack(b, kStack - 2), 0x3A);
+  EXPECT_EQ(b.OnStack(kStack - 2), 0x3A);
   b.Poke(0x38, {0xD3, 0x07, 0xFB, 0x00});
   b.Pass();
   EXPECT_EQ(b.s.IrqLine, 0);
@@ -210,84 +188,6 @@ TEST(Z80Interrupt, Port7DoesNotSilenceACard) {
   b.Pass({0xD3, 0x07});
   EXPECT_EQ(b.s.IrqLine, 1);
   EXPECT_EQ(b.m->PortShadow[kStatusPort], 0xFB);
-}
-
-TEST(Z80Interrupt, LeavesAHaltByOneByte) {
-  Bench b;
-  b.s.IFF1 = b.s.IFF2 = 1;
-  b.Pass({0x76});
-  b.Pass();
-  EXPECT_EQ(b.s.PC, kOrigin);
-  EXPECT_EQ(b.Taken(), 8);
-  b.s.IrqLine = 1;
-  b.Pass();
-  EXPECT_EQ(b.s.Halted, 0);
-  EXPECT_EQ(b.s.PC, 0x38);
-  EXPECT_EQ(OnStack(b), kOrigin + 1);
-  EXPECT_EQ(b.Taken(), 12 + 11);
-  EXPECT_EQ(b.s.R, kStartR + 4);
-}
-
-TEST(Z80Interrupt, LeavesAHaltInItsOwnPass) {
-  Bench b;
-  Enable(b);
-  b.Pass({0x76});
-  EXPECT_EQ(b.s.Halted, 0);
-  EXPECT_EQ(OnStack(b), kOrigin + 1);
-}
-
-TEST(Z80Interrupt, AHaltWithInterruptsDisabledStays) {
-  Bench b;
-  b.s.IrqLine = 1;
-  b.Poke(kOrigin, {0x76});
-  for (int i = 0; i < 5; ++i) b.Pass();
-  EXPECT_EQ(b.s.Halted, 1);
-  EXPECT_EQ(b.s.PC, kOrigin);
-}
-
-TEST(Z80Interrupt, NmiLeavesAHaltByOneByte) {
-  Bench b;
-  b.run.NmiRequest = 1;
-  b.Pass({0x76});
-  EXPECT_EQ(b.s.Halted, 0);
-  EXPECT_EQ(b.s.PC, 0x66);
-  EXPECT_EQ(OnStack(b), kOrigin + 1);
-}
-
-// The step belongs to Halted, not to the HALT opcode.
-TEST(Z80Interrupt, HaltedAddsOneToPCWhereverItStands) {
-  Bench b;
-  Enable(b);
-  b.s.Halted = 1;
-  b.Pass({0x06, 0x11});
-  EXPECT_EQ(OnStack(b), kOrigin + 3);
-  EXPECT_EQ(b.s.Halted, 0);
-  b.Restart();
-  b.s.Halted = 1;
-  b.run.NmiRequest = 1;
-  b.Pass({0x06, 0x11});
-  EXPECT_EQ(OnStack(b), kOrigin + 3);
-  b.Restart();
-  b.s.Halted = 1;
-  b.Pass({0x06, 0x11});
-  EXPECT_EQ(b.s.Halted, 1);
-  EXPECT_EQ(b.s.PC, kOrigin + 2);
-}
-
-TEST(Z80Interrupt, InMode2DuringHaltPCHasMovedPastTheHalt) {
-  for (const int32_t mode : {0, 2}) {
-    Bench b;
-    b.s.IM = mode;
-    b.s.IFF1 = b.s.IFF2 = 1;
-    b.Pass({0x76});
-    b.s.IrqLine = 1;
-    b.Pass();
-    EXPECT_EQ(b.s.PC, kOrigin + 1);
-    EXPECT_EQ(b.s.Halted, 0);
-    EXPECT_EQ(b.s.SP, kStack);
-    EXPECT_EQ(b.s.IFF1 + b.s.IFF2, 0);
-    EXPECT_EQ(b.host.messages.size(), 1U);
-  }
 }
 
 // The cursor stands at character position 0x188 of the frame, that is at T-state 5331.2.
@@ -322,93 +222,6 @@ TEST(Z80Interrupt, F0InMode0StopsWithTheMessage) {
   EXPECT_EQ(b.host.messages.size(), 1U);
   EXPECT_EQ(b.s.PC, kOrigin + 2);
   EXPECT_EQ(b.s.IrqLine, 1);
-}
-
-TEST(Z80Interrupt, NmiIsAcceptedAgainAfterEveryInstructionUntilReset) {
-  Bench b;
-  b.s.IFF1 = b.s.IFF2 = 1;
-  b.run.NmiRequest = 1;
-  b.Poke(0x66, {0x3C, 0x00});
-  b.Pass({0x00});
-  EXPECT_EQ(b.s.PC, 0x66);
-  EXPECT_EQ(b.s.IFF2, 1);
-  for (int turn = 1; turn <= 4; ++turn) {
-    b.Pass();
-    EXPECT_EQ(b.s.PC, 0x66);
-    EXPECT_EQ(b.s.A, 0x55 + turn);
-    EXPECT_EQ(b.s.SP, kStack - 2 - 2 * turn);
-    EXPECT_EQ(OnStack(b, kStack - 2 * turn), 0x67);
-    EXPECT_EQ(b.s.IFF2, 0) << "the second acceptance loses what the first one saved";
-    EXPECT_EQ(b.Taken(), 15 * (turn + 1));
-    EXPECT_EQ(b.run.NmiRequest, 1);
-  }
-  b.run.ResetRequest = 1;
-  b.Pass();
-  EXPECT_EQ(b.run.NmiRequest, 0);
-  EXPECT_EQ(b.s.PC, 0);
-  b.m->PortShadow[2] = 0xB0;
-  b.Poke(0, {0x00});
-  b.Pass();
-  EXPECT_EQ(b.s.PC, 1);
-}
-
-TEST(Z80Interrupt, NmiGoesBeforeTheInterrupt) {
-  Bench b;
-  Enable(b);
-  b.run.NmiRequest = 1;
-  b.Pass({0x00});
-  EXPECT_EQ(b.s.PC, 0x66);
-  EXPECT_EQ(b.s.SP, kStack - 2);
-  EXPECT_EQ(b.s.IFF1, 0);
-  EXPECT_EQ(b.s.IFF2, 1);
-  EXPECT_EQ(b.s.IrqLine, 1);
-}
-
-TEST(Z80Interrupt, ResetWinsOverNmiAndInterrupt) {
-  for (const int32_t halted : {0, 1}) {
-    Bench b;
-    Enable(b);
-    b.s.Halted = halted;
-    b.Poke(kStack - 2, {0x11, 0x22});
-    b.run.NmiRequest = 1, b.run.ResetRequest = 1;
-    b.Pass({0x00});
-    EXPECT_EQ(b.s.PC, 0);
-    EXPECT_EQ(b.s.Halted, 0);
-    EXPECT_EQ(b.run.NmiRequest, 0);
-    EXPECT_EQ(b.run.ResetRequest, 0);
-    EXPECT_EQ(b.s.IrqLine, 0);
-    EXPECT_EQ(OnStack(b), 0x2211);
-    EXPECT_EQ(b.Taken(), 4 + 3);
-  }
-}
-
-TEST(Z80Interrupt, ResetGivesThePowerOnRegisters) {
-  Bench b;
-  Enable(b);
-  b.s.UnDocEnabled = 0, b.s.Halted = 1, b.s.IM = 2;
-  b.run.NmiRequest = b.run.ResetRequest = 1;
-  Z80State want = b.s;
-  CpuReset(*b.m);
-  for (const auto field : {&Z80State::A, &Z80State::B, &Z80State::C, &Z80State::D, &Z80State::E, &Z80State::H,
-                           &Z80State::L, &Z80State::A2, &Z80State::B2, &Z80State::C2, &Z80State::D2,
-                           &Z80State::E2, &Z80State::H2, &Z80State::L2})
-    want.*field = 255;
-  want.IX = want.IY = want.SP = 65535;
-  want.I = want.R = want.PC = want.IM = want.IFF1 = want.IFF2 = want.Halted = want.IrqLine = 0;
-  for (const auto field :
-       {&Z80State::FlagS, &Z80State::FlagZ, &Z80State::FlagY, &Z80State::FlagH, &Z80State::FlagX,
-        &Z80State::FlagPV, &Z80State::FlagN, &Z80State::FlagC, &Z80State::AltFlagS, &Z80State::AltFlagZ,
-        &Z80State::AltFlagY, &Z80State::AltFlagH, &Z80State::AltFlagX, &Z80State::AltFlagPV,
-        &Z80State::AltFlagN, &Z80State::AltFlagC})
-    want.*field = 1;
-  EXPECT_TRUE(SameState(b.s, want));
-  EXPECT_EQ(b.run.NmiRequest, 0);
-  EXPECT_EQ(b.run.ResetRequest, 0);
-  EXPECT_EQ(b.Taken(), 3);
-  Z80State fresh{};
-  CpuInit(fresh);
-  want.UnDocEnabled = fresh.UnDocEnabled;  // the machine's, not the processor's
-  EXPECT_TRUE(SameState(fresh, want));
 }
 
 }  // namespace

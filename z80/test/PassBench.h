@@ -26,6 +26,12 @@ struct NotingHost : Host {
   };
   std::vector<Message> messages;
   std::vector<std::pair<int, int>> beeps;  // hertz, milliseconds
+  int framesLeft = 20;                     // a run that has lost its way ends here
+
+  void FrameEnded(Machine& machine) override {
+    if (--framesLeft == 0) machine.run.CpuRunning = 0;
+  }
+  void Stalled(Machine& machine) override { machine.run.CpuRunning = 0; }
 
   void MessageBox(std::string_view text, std::string_view title, MessageIcon icon) override {
     messages.push_back({std::string(text), std::string(title), icon});
@@ -87,6 +93,10 @@ struct Bench {
   void Pass(const std::vector<int>& code) {
     Poke(s.PC, code);
     Pass();
+  }
+  // The word below the given stack pointer: what the last push left when the pointer was there before.
+  int32_t OnStack(int32_t sp = kStack) const {
+    return Peek((sp + 0xFFFE) % 0x10000) + 256 * Peek((sp + 0xFFFF) % 0x10000);
   }
   int32_t Taken() const { return run.Cycles - kStartCycles; }
 };

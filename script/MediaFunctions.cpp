@@ -1,0 +1,48 @@
+// Programs in and out: the media functions under their own names. They show the machine's own message boxes
+// and return nothing.
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "media/Cartridge.h"
+#include "media/Cas.h"
+#include "media/Pictures.h"
+#include "media/Snapshot.h"
+#include "script/Script.h"
+
+namespace quoll {
+
+namespace {
+
+// The script holds the text while the function runs; nothing in here may raise a Lua error after it is
+// copied.
+template <auto kFunction>
+int WithFile(lua_State* L, Script& script) {
+  kFunction(script.machine, luaL_checkstring(L, 1));
+  return 0;
+}
+
+int SaveProgram(lua_State* L, Script& script) {
+  const char* name = luaL_checkstring(L, 1);
+  const int32_t start = NearestInt(L, 2);
+  const int32_t end = NearestInt(L, 3);
+  SaveCAS(script.machine, name, start, end);
+  return 0;
+}
+
+constexpr std::array kFunctions{
+    luaL_Reg{"LoadCAS", Guarded<WithFile<LoadCAS>>},
+    luaL_Reg{"SaveCAS", Guarded<SaveProgram>},
+    luaL_Reg{"LoadSnapShot", Guarded<WithFile<LoadSnapShot>>},
+    luaL_Reg{"SaveSnapshot", Guarded<WithFile<SaveSnapshot>>},
+    luaL_Reg{"LoadCRT", Guarded<WithFile<LoadCRT>>},
+    luaL_Reg{"LoadTIM", Guarded<WithFile<LoadTIM>>},
+};
+
+}  // namespace
+
+void OpenMediaFunctions(lua_State* L) {
+  for (const luaL_Reg& function : kFunctions) lua_register(L, function.name, function.func);
+}
+
+}  // namespace quoll
