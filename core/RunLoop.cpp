@@ -63,6 +63,7 @@ int32_t RunSlice(Machine& m, int32_t slice) {
     xx(c);
   } while (c.left > 0);
   c.Store(m, c.pc, c.trail);
+  m.z80.R = c.refresh;
   return c.settled - c.left;
 }
 

@@ -27,6 +27,7 @@ struct Core {
   int32_t left;     // T-states until the slice ends: it does after the pass that makes it 0 or less
   int32_t settled;  // what left was when the clocks were last brought up to date
   size_t trail;     // next slot of PcHistory
+  int32_t refresh;  // R
 
   Core(Machine& machine, int32_t slice)
       : m(machine),
@@ -34,7 +35,8 @@ struct Core {
         pc(machine.z80.PC),
         left(slice),
         settled(slice),
-        trail(machine.run.PcHistory.next) {}
+        trail(machine.run.PcHistory.next),
+        refresh(machine.z80.R) {}
 
   Core(const Core&) = default;
   // Takes over what an instruction done on a copy has left.
@@ -43,6 +45,7 @@ struct Core {
     left = other.left;
     settled = other.settled;
     trail = other.trail;
+    refresh = other.refresh;
     return *this;
   }
 
@@ -58,15 +61,15 @@ struct Core {
   }
 
   // Ends a handler: T-states, length of the instruction from where pc stands, steps of R.
-  void Next(int32_t tStates, int32_t length = 1, int32_t refresh = 1) {
+  void Next(int32_t tStates, int32_t length = 1, int32_t steps = 1) {
     pc += length;
-    s.R += refresh;
+    refresh += steps;
     left -= tStates;
   }
   // The same for a jump.
-  void Jump(intptr_t target, int32_t tStates, int32_t refresh = 1) {
+  void Jump(intptr_t target, int32_t tStates, int32_t steps = 1) {
     pc = target;
-    s.R += refresh;
+    refresh += steps;
     left -= tStates;
   }
 
@@ -88,7 +91,6 @@ struct Core {
   static void Store(Machine& machine, intptr_t at, size_t nextSlot) {
     PcTrail& history = machine.run.PcHistory;
     machine.z80.PC = static_cast<int32_t>(at);
-    machine.z80.R &= 0xFF;
     history.next = (nextSlot - 1) % PcTrail::kSlots;
     machine.run.PrevPc = history.slots[history.next];
   }
@@ -122,6 +124,7 @@ struct Core {
       }
     }
     Settle();
+    s.R = refresh & 0xFF;
     WriteByTree(m, pc, trail, address, value);
   }
 
@@ -190,9 +193,9 @@ struct Core {
     s.SP = (s.SP + 2) & 0xFFFF;
     return word;
   }
-  void CallTo(int32_t target, int32_t tStates, int32_t length, int32_t refresh) {
+  void CallTo(int32_t target, int32_t tStates, int32_t length, int32_t steps) {
     PushPC(pc + length);
-    Jump(target, tStates, refresh);
+    Jump(target, tStates, steps);
   }
 
   // Ports whose access can move an interrupt or a counter's end.

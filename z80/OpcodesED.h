@@ -186,7 +186,7 @@ void xxED(Core& c) {
     case 0x4A: AdcHL(s, BC(s)); c.Next(15); break;
     case 0x4B: SetBC(s, c.ReadWord(c.Word(1))); c.Next(20, 3); break;
     case 0x4D: c.Jump(c.Pop(), 14); break;
-    case 0x4F: s.R = s.A; c.Next(9); break;
+    case 0x4F: c.refresh = s.A; c.Next(9); break;
     case 0x50: s.D = InFromC(c); c.Next(12); break;
     case 0x51: c.Out(s.C, s.D); c.Next(12); break;
     case 0x52: SbcHL(s, DE(s)); c.Next(15); break;
@@ -198,7 +198,7 @@ void xxED(Core& c) {
     case 0x5A: AdcHL(s, DE(s)); c.Next(15); break;
     case 0x5B: SetDE(s, c.ReadWord(c.Word(1))); c.Next(20, 3); break;
     case 0x5E: s.IM = 2; c.Next(8, 1, 2); break;
-    case 0x5F: LoadFlagged(s, s.R & 0xFF); s.R = s.A; c.Next(9, 1, 2); break;
+    case 0x5F: LoadFlagged(s, c.refresh & 0xFF); c.refresh = s.A; c.Next(9, 1, 2); break;
     case 0x60: s.H = InFromC(c); c.Next(12); break;
     case 0x61: c.Out(s.C, s.H); c.Next(12); break;
     case 0x62: SbcHL(s, HL(s)); c.Next(15); break;

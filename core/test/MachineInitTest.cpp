@@ -21,11 +21,11 @@ struct RomFolder {
     uint32_t salt = 1;
     for (const char* name : {"TVC22_D6.rom", "TVC22_D4.rom", "TVC22_D7.rom", "TVC12_D4.rom", "TVC12_D3.rom",
                              "TVC12_D7.rom", "io3.rom"}) {
-      Add(name, Pattern(k8, salt++));
+      Add(name, RomBytes(k8, salt++));
     }
-    Add("hbf.rom", Pattern(k16, salt++));
-    Add("sndmx.rom", Pattern(4 * k8, salt++));
-    Add("game.crt", Pattern(k16, salt++));
+    Add("hbf.rom", RomBytes(k16, salt++));
+    Add("sndmx.rom", RomBytes(4 * k8, salt++));
+    Add("game.crt", RomBytes(k16, salt++));
   }
   void Add(const std::string& name, const std::vector<uint8_t>& bytes) {
     files[name] = bytes;
@@ -104,13 +104,13 @@ TEST(MachineInitTest, ShortFilesEndInZerosAndLongOnesAreCut) {
     for (const size_t length : {size_t{0}, size_t{1}, size - 1, size, size + 1, 2 * size}) {
       SCOPED_TRACE(testing::Message() << name << " of " << length);
       RomFolder roms;
-      roms.Add(name, Pattern(length, 99));
+      roms.Add(name, RomBytes(length, 99));
       CoreHost host;
       const auto m = MachineIn(roms, host);
       m->screen.xio0 = m->screen.xio3 = true;
       m->CartName = "game.crt";
       MachineInit(*m);
-      auto expected = Pattern(length, 99);
+      auto expected = RomBytes(length, 99);
       expected.resize(size);
       EXPECT_TRUE(
           std::equal(expected.begin(), expected.end(), m->MemImage.begin() + static_cast<int>(offset)));
@@ -127,12 +127,12 @@ TEST(MachineInitTest, ShortFilesEndInZerosAndLongOnesAreCut) {
 TEST(MachineInitTest, AShortSoundRomLeavesZeros) {
   for (const size_t length : {size_t{0}, size_t{0x6000}, size_t{0x6010}}) {
     RomFolder roms;
-    roms.Add("sndmx.rom", Pattern(length, 5));
+    roms.Add("sndmx.rom", RomBytes(length, 5));
     CoreHost host;
     const auto m = MachineIn(roms, host);
     m->screen.xio2 = true;
     MachineInit(*m);
-    auto expected = Pattern(length, 5);
+    auto expected = RomBytes(length, 5);
     expected.resize(0x8000);
     for (size_t i = 0; i < k8; ++i) ASSERT_EQ(m->MemImage[0x30000 + i], expected[0x6000 + i]) << i;
   }
@@ -206,7 +206,7 @@ TEST(MachineInitTest, TheWholeProgramFolderMayBeMissing) {
 
 TEST(MachineInitTest, MexCartridgeFillsItsPages) {
   RomFolder roms;
-  roms.Add("mex4mb.crt", Pattern(256 * k16, 3));
+  roms.Add("mex4mb.crt", RomBytes(256 * k16, 3));
   CoreHost host;
   const auto m = MachineIn(roms, host);
   m->CartName = "mex4mb.crt";
@@ -221,14 +221,14 @@ TEST(MachineInitTest, MexCartridgeFillsItsPages) {
 
 TEST(MachineInitTest, AShortMexFileLeavesZeros) {
   RomFolder roms;
-  roms.Add("mex4mb.crt", Pattern(k16 + 10, 3));
+  roms.Add("mex4mb.crt", RomBytes(k16 + 10, 3));
   CoreHost host;
   const auto m = MachineIn(roms, host);
   m->CartName = "mex4mb.crt";
   m->MexPages.resize(256);
   for (auto& page : m->MexPages) page.fill(0x99);
   MachineInit(*m);
-  auto expected = Pattern(k16 + 10, 3);
+  auto expected = RomBytes(k16 + 10, 3);
   expected.resize(256 * k16);
   ASSERT_EQ(m->MexPages.size(), 256U);
   for (size_t page = 0; page < 256; ++page) {
@@ -238,7 +238,7 @@ TEST(MachineInitTest, AShortMexFileLeavesZeros) {
 
 TEST(MachineInitTest, OtherSpellingsArePlainCartridges) {
   RomFolder roms;
-  roms.Add("MEX4MB.CRT", Pattern(2 * k16, 4));
+  roms.Add("MEX4MB.CRT", RomBytes(2 * k16, 4));
   CoreHost host;
   const auto m = MachineIn(roms, host);
   m->CartName = "MEX4MB.CRT";
@@ -252,7 +252,7 @@ TEST(MachineInitTest, OtherSpellingsArePlainCartridges) {
 
 TEST(MachineInitTest, TakingTheCartridgeOutClearsItsWindow) {
   RomFolder roms;
-  roms.Add("mex4mb.crt", Pattern(256 * k16, 3));
+  roms.Add("mex4mb.crt", RomBytes(256 * k16, 3));
   CoreHost host;
   const auto m = MachineIn(roms, host);
   for (const char* name : {"game.crt", "mex4mb.crt"}) {
@@ -267,7 +267,7 @@ TEST(MachineInitTest, TakingTheCartridgeOutClearsItsWindow) {
 
 TEST(MachineInitTest, CartridgeWritesLastUntilTheNextInit) {
   RomFolder roms;
-  roms.Add("mex4mb.crt", Pattern(256 * k16, 3));
+  roms.Add("mex4mb.crt", RomBytes(256 * k16, 3));
   for (const char* name : {"game.crt", "mex4mb.crt"}) {
     CoreHost host;
     const auto m = MachineIn(roms, host);

@@ -54,7 +54,7 @@ TEST(MachineResetTest, Processor) {
 TEST(MachineResetTest, WhatItLeavesAlone) {
   CoreHost host;
   const auto m = RamMachine(host);
-  const auto image = Pattern(m->MemImage.size(), 1);
+  const auto image = RomBytes(m->MemImage.size(), 1);
   std::ranges::copy(image, m->MemImage.begin());
   m->CartName = "mex4mb.crt";
   m->MexPages.resize(256);

@@ -221,7 +221,7 @@ TEST(PortsCrtcTest, InOf5BStartsTheToneCounterAnew) {
 // The sound card's ROM window.
 struct SoundRom {
   TempFolder folder;
-  std::vector<uint8_t> rom = Pattern(0x8000, 7);
+  std::vector<uint8_t> rom = RomBytes(0x8000, 7);
 };
 
 void ExpectWindow(const Machine& m, const std::vector<uint8_t>& rom, size_t first) {
@@ -256,14 +256,14 @@ TEST(PortsCrtcTest, SoundRomIsReadAtEachWrite) {
   const auto m = RamMachine(host);
   m->programFolder = sound.folder.path.string();
   Out(*m, 0x36, 1);
-  const auto other = Pattern(0x8000, 8);
+  const auto other = RomBytes(0x8000, 8);
   sound.folder.Write("sndmx.rom", other);
   ExpectWindow(*m, sound.rom, 0x2000);
   Out(*m, 0x36, 1);
   ExpectWindow(*m, other, 0x2000);
-  sound.folder.Write("sndmx.rom", Pattern(0x3000, 9));  // a short file ends in zeros
+  sound.folder.Write("sndmx.rom", RomBytes(0x3000, 9));  // a short file ends in zeros
   Out(*m, 0x36, 1);
-  auto shortRom = Pattern(0x3000, 9);
+  auto shortRom = RomBytes(0x3000, 9);
   shortRom.resize(0x8000);
   ExpectWindow(*m, shortRom, 0x2000);
 }

@@ -154,7 +154,7 @@ struct TempFolder {
 };
 
 // Bytes that differ from place to place and from salt to salt, never 0.
-inline std::vector<uint8_t> Pattern(size_t size, uint32_t salt) {
+inline std::vector<uint8_t> RomBytes(size_t size, uint32_t salt) {
   std::vector<uint8_t> bytes(size);
   uint32_t state = salt * 2654435761U + 12345U;
   for (uint8_t& byte : bytes) {
