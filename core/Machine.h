@@ -42,6 +42,7 @@ struct Machine {
   std::array<uint8_t, kMemImageSize> MemImage{};
   std::vector<MexPage> MexPages;  // empty, or 256 pages of the MEX4MB cartridge
   std::string CartName;           // file name of the cartridge, empty when there is none
+  std::string cartFolder;         // where it was found; empty: the program folder
   std::array<uint8_t, 256> PortShadow{};
   bool VideoReadNoise = false;  // page 2 video reads damage bank 0
   PageMap pages;

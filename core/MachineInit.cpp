@@ -22,37 +22,39 @@ std::span<uint8_t> Region(Machine& m, int32_t offset, size_t size) {
 }
 
 void LoadSystemRom(Machine& m, const char* name, int32_t offset) {
-  if (!ReadRomFile(m, name, Region(m, offset, kRomSize))) EndProgram(m, "Rom File error: ", "Error");
+  if (!ReadRomFile(m.programFolder, name, Region(m, offset, kRomSize)))
+    EndProgram(m, "Rom File error: ", "Error");
 }
 
-void LoadCardRom(Machine& m, const std::string& name, std::span<uint8_t> region) {
-  if (!ReadRomFile(m, name, region)) EndProgram(m, "CRT Rom File error: ", "Error");
+void LoadCardRom(Machine& m, const std::string& folder, const std::string& name, std::span<uint8_t> region) {
+  if (!ReadRomFile(folder, name, region)) EndProgram(m, "CRT Rom File error: ", "Error");
 }
 
 void LoadCards(Machine& m) {
-  if (m.screen.xio0) LoadCardRom(m, "hbf.rom", Region(m, kHbf, kFloppyRomSize));
+  if (m.screen.xio0) LoadCardRom(m, m.programFolder, "hbf.rom", Region(m, kHbf, kFloppyRomSize));
   if (m.screen.xio2) {
     std::array<uint8_t, kSoundRomSize> rom{};
-    LoadCardRom(m, kSoundRom, rom);
+    LoadCardRom(m, m.programFolder, kSoundRom, rom);
     std::ranges::copy(std::span(rom).last(kRomSize), Region(m, kIom2, kRomSize).begin());
   }
-  if (m.screen.xio3) LoadCardRom(m, "io3.rom", Region(m, kIom3, kRomSize));
+  if (m.screen.xio3) LoadCardRom(m, m.programFolder, "io3.rom", Region(m, kIom3, kRomSize));
 }
 
 void LoadCartridge(Machine& m) {
   m.MexPages.clear();
+  const std::string& folder = m.cartFolder.empty() ? m.programFolder : m.cartFolder;
   if (m.CartName.empty()) {
     std::ranges::fill(Region(m, kCart, sizeof(MexPage)), uint8_t{0});
   } else if (m.CartName == kMexCartridge) {
     std::vector<uint8_t> file(kMexPageCount * sizeof(MexPage));
-    LoadCardRom(m, m.CartName, file);
+    LoadCardRom(m, folder, m.CartName, file);
     m.MexPages.resize(kMexPageCount);
     for (size_t page = 0; page < kMexPageCount; ++page) {
       std::ranges::copy(std::span(file).subspan(page * sizeof(MexPage), sizeof(MexPage)),
                         m.MexPages[page].begin());
     }
   } else {
-    LoadCardRom(m, m.CartName, Region(m, kCart, sizeof(MexPage)));
+    LoadCardRom(m, folder, m.CartName, Region(m, kCart, sizeof(MexPage)));
   }
 }
 
@@ -65,7 +67,7 @@ void EndProgram(Machine& m, std::string_view text, std::string_view title) {
 
 void SelectSoundRomPage(Machine& m, int32_t page) {
   std::array<uint8_t, kSoundRomSize> rom{};
-  if (!ReadRomFile(m, kSoundRom, rom)) return;
+  if (!ReadRomFile(m.programFolder, kSoundRom, rom)) return;
   const size_t first = static_cast<size_t>(page & 3) * kRomSize;
   std::ranges::copy(std::span(rom).subspan(first, kRomSize), Region(m, kIom2, kRomSize).begin());
 }

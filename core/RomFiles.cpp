@@ -4,13 +4,11 @@
 #include <filesystem>
 #include <fstream>
 
-#include "core/Machine.h"
-
 namespace quoll {
 
-bool ReadRomFile(const Machine& m, std::string_view name, std::span<uint8_t> buffer) {
+bool ReadRomFile(const std::string& folder, std::string_view name, std::span<uint8_t> buffer) {
   std::ranges::fill(buffer, uint8_t{0});
-  const std::filesystem::path path = std::filesystem::path(m.programFolder) / name;
+  const std::filesystem::path path = std::filesystem::path(folder) / name;
   std::error_code error;
   if (std::filesystem::is_directory(path, error)) return false;
   std::ifstream file(path, std::ios::binary);

@@ -7,6 +7,8 @@
 #include "core/Machine.h"
 #include "core/MachineInit.h"
 #include "core/RunLoop.h"
+#include "media/Cartridge.h"
+#include "media/Pictures.h"
 
 namespace quoll {
 
@@ -96,6 +98,17 @@ void xSaveSnap_Click(Machine& m) { OpenFilePanel(m, kSaveCaption, "*.tvs"); }
 void xLoadCRT_Click(Machine& m) { OpenFilePanel(m, kOpenCaption, "*.crt"); }
 void xLoadTim_Click(Machine& m) { OpenFilePanel(m, kOpenCaption, "*.tim"); }
 
+void xUnloadCRT_Click(Machine& m) {
+  m.panel.visible = false;
+  UnloadCRT(m);
+}
+
+// These tell the user themselves when a file can't be written or read.
+void xSvaMEX4_Click(Machine& m) { SaveMex4mb(m); }
+void xSaveScreen_Click(Machine& m) { SaveScreen(m); }
+void xLoadScreen_Click(Machine& m) { LoadScreen(m); }
+void xMemDump_Click(Machine& m) { MemoryDump(m); }
+
 template <WindowState Windows::*kWindow>
 void Show(Machine& m) {
   ShowWindow(m.windows.*kWindow);
@@ -107,16 +120,16 @@ constexpr std::array kMenu{
     MenuItem{"File", "xLoadSnap", "Load Snap", nullptr, xLoadSnap_Click},
     MenuItem{"File", "xSaveSnap", "Save Snap", nullptr, xSaveSnap_Click},
     MenuItem{"File", "xLoadCRT", "Load CRT", nullptr, xLoadCRT_Click},
-    MenuItem{"File", "xUnloadCRT", "Unload"},
-    MenuItem{"File", "xSvaMEX4", "Save MEX4MB"},
+    MenuItem{"File", "xUnloadCRT", "Unload", nullptr, xUnloadCRT_Click},
+    MenuItem{"File", "xSvaMEX4", "Save MEX4MB", nullptr, xSvaMEX4_Click},
     MenuItem{"File", "xio0", "I/O card 0: Floppy", &TScreen::xio0, ToggleCard<&TScreen::xio0>},
     MenuItem{"File", "xio1", "I/O card 1: RS232", &TScreen::xio1, ToggleCard<&TScreen::xio1>},
     MenuItem{"File", "xio2", "I/O card 2: SoundCard", &TScreen::xio2, ToggleCard<&TScreen::xio2>},
     MenuItem{"File", "xio3", "I/O card 3: (IO3.rom)", &TScreen::xio3, ToggleCard<&TScreen::xio3>},
-    MenuItem{"File", "xSaveScreen", "Save Screen"},
-    MenuItem{"File", "xLoadScreen", "Load Screen"},
+    MenuItem{"File", "xSaveScreen", "Save Screen", nullptr, xSaveScreen_Click},
+    MenuItem{"File", "xLoadScreen", "Load Screen", nullptr, xLoadScreen_Click},
     MenuItem{"File", "xLoadTim", "Load Tim", nullptr, xLoadTim_Click},
-    MenuItem{"File", "xMemDump", "Memory dump"},
+    MenuItem{"File", "xMemDump", "Memory dump", nullptr, xMemDump_Click},
     MenuItem{"File", "xReset", "Reset", nullptr, xReset_Click},
     MenuItem{"File", "xReset2", "Reset2", nullptr, xReset2_Click},
     MenuItem{"Media", "xdiskload", "Disk Load"},

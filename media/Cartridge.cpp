@@ -20,12 +20,16 @@ void Rebuild(Machine& m) {
 }  // namespace
 
 void LoadCRT(Machine& m, const std::string& file) {
-  m.CartName = std::filesystem::path(file).filename().string();
+  const std::filesystem::path path(file);
+  std::error_code error;
+  m.CartName = path.filename().string();
+  m.cartFolder = std::filesystem::exists(path, error) ? path.parent_path().string() : std::string();
   Rebuild(m);
 }
 
 void UnloadCRT(Machine& m) {
   m.CartName.clear();
+  m.cartFolder.clear();
   Rebuild(m);
 }
 

@@ -1,4 +1,4 @@
-// Cartridge images "*.crt" of the program folder: 16 KB in the cartridge window, or the 4 MB store of
+// Cartridge images "*.crt": 16 KB in the cartridge window, or the 4 MB store of
 // "mex4mb.crt".
 #pragma once
 
@@ -8,9 +8,9 @@ namespace quoll {
 
 struct Machine;
 
-// Makes the file the cartridge and builds the machine anew with it. The path's last part counts: the file
-// is looked for in the program folder, and a short one is filled up with zeros. When it isn't there the
-// program ends with a message.
+// Makes the file the cartridge and builds the machine anew with it, now and whenever it is built again. A
+// name without a folder, or a path where nothing is, stands for the file of that name in the program folder.
+// A short file is filled up with zeros. When there is none, the program ends with a message.
 void LoadCRT(Machine& m, const std::string& file);
 
 // Takes the cartridge out and builds the machine anew.

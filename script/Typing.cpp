@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
 #include "script/Script.h"
 
@@ -13,16 +14,21 @@ namespace {
 constexpr int64_t kHeldFrames = 4;
 constexpr int64_t kReleasedFrames = 4;
 constexpr int32_t kShiftCode = 0x10;
+constexpr int32_t kCtrlCode = 0x11;
+constexpr int32_t kAltCode = 0x12;
 
 struct Key {
   int32_t code = 0;  // virtual key code, 0 for none
   bool shift = false;
+  bool altGr = false;  // comes as Ctrl and Alt together
 };
 
 struct KeyOfCharacter {
   std::string_view character;  // UTF-8
   Key key;
 };
+
+constexpr Key AltGr(int32_t code) { return {code, false, true}; }
 
 constexpr std::array kKeys{
     KeyOfCharacter{"\n", {0x0D}},      KeyOfCharacter{" ", {0x20}},       KeyOfCharacter{"*", {0x6A}},
@@ -37,6 +43,11 @@ constexpr std::array kKeys{
     KeyOfCharacter{"Ö", {0xC0, true}}, KeyOfCharacter{"ő", {0xDB}},       KeyOfCharacter{"Ő", {0xDB, true}},
     KeyOfCharacter{"ú", {0xDD}},       KeyOfCharacter{"Ú", {0xDD, true}}, KeyOfCharacter{"ü", {0xBF}},
     KeyOfCharacter{"Ü", {0xBF, true}}, KeyOfCharacter{"ű", {0xDC}},       KeyOfCharacter{"Ű", {0xDC, true}},
+    KeyOfCharacter{";", AltGr(0xBC)},  KeyOfCharacter{"<", AltGr(0xE2)},  KeyOfCharacter{">", AltGr('Y')},
+    KeyOfCharacter{"$", AltGr(0xBA)},  KeyOfCharacter{"@", AltGr('V')},   KeyOfCharacter{"#", AltGr('X')},
+    KeyOfCharacter{"&", AltGr('C')},   KeyOfCharacter{"[", AltGr('F')},   KeyOfCharacter{"]", AltGr('G')},
+    KeyOfCharacter{"{", AltGr('B')},   KeyOfCharacter{"}", AltGr('N')},   KeyOfCharacter{"\\", AltGr('Q')},
+    KeyOfCharacter{"|", AltGr('W')},   KeyOfCharacter{"~", AltGr('1')},   KeyOfCharacter{"^", AltGr('3')},
 };
 
 // The first character of the text, at least one byte.
@@ -66,13 +77,20 @@ bool RunOn(Script& script, int64_t frames) {
 // As above.
 bool PressKey(Script& script, Key key) {
   Machine& m = script.machine;
-  int32_t shiftCode = kShiftCode;
+  constexpr auto kHoldingKeys = std::array{std::pair{kShiftCode, kShiftKey}, std::pair{kCtrlCode, kCtrlKey},
+                                           std::pair{kAltCode, kCtrlKey | kAltKey}};
+  const auto holds = [key](int32_t code) { return code == kShiftCode ? key.shift : key.altGr; };
+  int32_t state = 0;
+  for (auto [code, stateWithIt] : kHoldingKeys) {
+    if (!holds(code)) continue;
+    state = stateWithIt;
+    picd_KeyDown(m, code, state);
+  }
   int32_t code = key.code;
-  if (key.shift) picd_KeyDown(m, shiftCode, kShiftKey);
-  picd_KeyDown(m, code, key.shift ? kShiftKey : 0);
+  picd_KeyDown(m, code, state);
   const bool held = RunOn(script, kHeldFrames);
   picd_KeyUp(m, key.code);
-  if (key.shift) picd_KeyUp(m, kShiftCode);
+  for (auto [holding, stateWithIt] : kHoldingKeys) picd_KeyUp(m, holding);
   return held && RunOn(script, kReleasedFrames);
 }
 

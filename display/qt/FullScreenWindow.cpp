@@ -6,13 +6,12 @@
 #include <QScreen>
 
 #include "core/Machine.h"
-#include "display/qt/MachineKeys.h"
 #include "display/qt/WindowCanvas.h"
 
 namespace quoll {
 
 FullPicture::FullPicture(QtHost& hostOfWindow, Machine& machineOfWindow, QWidget* parent)
-    : QWidget(parent), host(hostOfWindow), m(machineOfWindow) {
+    : QWidget(parent), m(machineOfWindow), keys(hostOfWindow, m) {
   setObjectName("FPic1");
   setAccessibleName(tr("Screen of the TV Computer"));
   setFocusPolicy(Qt::StrongFocus);
@@ -41,11 +40,11 @@ bool FullPicture::event(QEvent* event) {
 }
 
 void FullPicture::keyPressEvent(QKeyEvent* event) {
-  if (event->key() != Qt::Key_Escape) return KeyPressed(host, m, event);
+  if (event->key() != Qt::Key_Escape) return keys.Pressed(event);
   m.windows.FScreen.visible = false;
 }
 
-void FullPicture::keyReleaseEvent(QKeyEvent* event) { KeyReleased(host, m, event); }
+void FullPicture::keyReleaseEvent(QKeyEvent* event) { keys.Released(event); }
 
 void FullPicture::mouseMoveEvent(QMouseEvent* event) {
   const QPoint point = event->position().toPoint();

@@ -4,12 +4,11 @@
 #include <QWidget>
 #include <cstdint>
 
+#include "display/qt/MachineKeys.h"
+
 class QScreen;
 
 namespace quoll {
-
-class QtHost;
-struct Machine;
 
 // FPic1: shows the last finished picture of PicD, stretched to its own size.
 class FullPicture : public QWidget {
@@ -30,8 +29,8 @@ class FullPicture : public QWidget {
   bool focusNextPrevChild(bool) override { return false; }
 
  private:
-  QtHost& host;
   Machine& m;
+  MachineKeys keys;
   uint32_t shown = 0;
 };
 

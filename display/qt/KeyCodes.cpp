@@ -19,7 +19,8 @@ struct Position {
   uint8_t code;      // virtual key code at that place of a Hungarian keyboard
 };
 
-// Letters are missing: they count by what is printed on them. The 0 has two homes, see below.
+// Letters count by what is printed on them; their places here serve the signs that they give with AltGr. The
+// 0 has two homes, see below.
 constexpr std::array kPositions{
     Position{1, 0x01, 0x1B},  // Escape
     Position{2, 0x02, '1'},     Position{3, 0x03, '2'},     Position{4, 0x04, '3'},   Position{5, 0x05, '4'},
@@ -54,6 +55,13 @@ constexpr std::array kPositions{
     Position{105, 0x14B, 0x25}, Position{106, 0x14D, 0x27},  // Left, Right
     Position{104, 0x149, 0x21}, Position{109, 0x151, 0x22},  // Page Up, Page Down
     Position{110, 0x152, 0x2D}, Position{111, 0x153, 0x2E},  // Insert, Delete
+    Position{16, 0x10, 'Q'},    Position{17, 0x11, 'W'},    Position{18, 0x12, 'E'},  Position{19, 0x13, 'R'},
+    Position{20, 0x14, 'T'},    Position{21, 0x15, 'Z'},    Position{22, 0x16, 'U'},  Position{23, 0x17, 'I'},
+    Position{24, 0x18, 'O'},    Position{25, 0x19, 'P'},    Position{30, 0x1E, 'A'},  Position{31, 0x1F, 'S'},
+    Position{32, 0x20, 'D'},    Position{33, 0x21, 'F'},    Position{34, 0x22, 'G'},  Position{35, 0x23, 'H'},
+    Position{36, 0x24, 'J'},    Position{37, 0x25, 'K'},    Position{38, 0x26, 'L'},  Position{44, 0x2C, 'Y'},
+    Position{45, 0x2D, 'X'},    Position{46, 0x2E, 'C'},    Position{47, 0x2F, 'V'},  Position{48, 0x30, 'B'},
+    Position{49, 0x31, 'N'},    Position{50, 0x32, 'M'},
 };
 
 // Same numbers in both countings.

@@ -3,22 +3,65 @@
 #include <QKeyEvent>
 
 #include "core/Machine.h"
-#include "core/qt/QtHost.h"
 #include "display/qt/KeyCodes.h"
 
 namespace quoll {
 
-void KeyPressed(QtHost& host, Machine& m, QKeyEvent* event) {
+namespace {
+
+// Two frame ends, so that a whole frame lies between.
+constexpr int64_t kSeenAfter = 2;
+
+}  // namespace
+
+MachineKeys::MachineKeys(QtHost& hostOfWindow, Machine& machineOfWindow)
+    : host(hostOfWindow), m(machineOfWindow) {
+  host.AddView(this);
+}
+
+MachineKeys::~MachineKeys() { host.RemoveView(this); }
+
+int64_t MachineKeys::Frame() const { return m.run.TotalCycles / kFrameTStates; }
+
+// A machine that stands still looks at nothing.
+bool MachineKeys::Seen(const Tap& tap) const {
+  return m.run.CpuRunning == 0 || Frame() - tap.pressedAt >= kSeenAfter;
+}
+
+void MachineKeys::Pressed(QKeyEvent* event) {
   int32_t keyCode = VirtualKey(*event);
   const int32_t shift = ShiftState(*event);
+  if (keyCode >= 0 && keyCode <= 255) {
+    Tap& tap = taps[static_cast<size_t>(keyCode)];
+    if (!event->isAutoRepeat()) tap.pressedAt = Frame();
+    tap.released = false;
+  }
   host.Guard([&] { picd_KeyDown(m, keyCode, shift); });
   event->setAccepted(keyCode == 0);
 }
 
-void KeyReleased(QtHost& host, Machine& m, QKeyEvent* event) {
+void MachineKeys::Released(QKeyEvent* event) {
   // X11 tells a held key as up and down again and again; only the last of it is a release.
-  if (!event->isAutoRepeat()) host.Guard([&] { picd_KeyUp(m, VirtualKey(*event)); });
+  const int32_t keyCode = VirtualKey(*event);
+  if (!event->isAutoRepeat() && keyCode >= 0 && keyCode <= 255) {
+    Tap& tap = taps[static_cast<size_t>(keyCode)];
+    tap.released = !Seen(tap);
+    held = held || tap.released;
+    if (!tap.released) host.Guard([&] { picd_KeyUp(m, keyCode); });
+  }
   event->setAccepted(!event->modifiers().testFlag(Qt::AltModifier) && event->key() != Qt::Key_Alt);
+}
+
+void MachineKeys::Pull(Machine& machine) {
+  if (!held) return;
+  held = false;
+  for (size_t keyCode = 0; keyCode < taps.size(); ++keyCode) {
+    Tap& tap = taps[keyCode];
+    if (!tap.released) continue;
+    tap.released = !Seen(tap);
+    held = held || tap.released;
+    if (!tap.released) picd_KeyUp(machine, static_cast<int32_t>(keyCode));
+  }
 }
 
 bool ClaimShortcut(QEvent* event) {

@@ -6,8 +6,6 @@
 #include <cmath>
 
 #include "core/Machine.h"
-#include "core/qt/QtHost.h"
-#include "display/qt/MachineKeys.h"
 
 namespace quoll {
 
@@ -19,7 +17,7 @@ constexpr qreal kUnusedAtMost = 0.15;
 }  // namespace
 
 PictureBox::PictureBox(QtHost& hostOfWindow, Machine& machineOfWindow, QWidget* parent)
-    : QWidget(parent), host(hostOfWindow), m(machineOfWindow) {
+    : QWidget(parent), host(hostOfWindow), m(machineOfWindow), keys(host, m) {
   setObjectName("PicD");
   setAccessibleName(tr("Screen of the TV Computer"));
   setFocusPolicy(Qt::StrongFocus);
@@ -110,8 +108,8 @@ bool PictureBox::event(QEvent* event) {
   return QWidget::event(event);
 }
 
-void PictureBox::keyPressEvent(QKeyEvent* event) { KeyPressed(host, m, event); }
-void PictureBox::keyReleaseEvent(QKeyEvent* event) { KeyReleased(host, m, event); }
+void PictureBox::keyPressEvent(QKeyEvent* event) { keys.Pressed(event); }
+void PictureBox::keyReleaseEvent(QKeyEvent* event) { keys.Released(event); }
 
 void PictureBox::mouseMoveEvent(QMouseEvent* event) {
   QPoint pixel;

@@ -5,12 +5,10 @@
 #include <QRectF>
 #include <QWidget>
 
+#include "display/qt/MachineKeys.h"
 #include "display/qt/WindowCanvas.h"
 
 namespace quoll {
-
-class QtHost;
-struct Machine;
 
 class PictureBox : public QWidget {
  public:
@@ -46,6 +44,7 @@ class PictureBox : public QWidget {
 
   QtHost& host;
   Machine& m;
+  MachineKeys keys;
   WindowCanvas canvas;
   uint32_t shown = 0, borders = 0;  // counters of the record when the canvas was composed
   bool composed = false;

@@ -1,4 +1,5 @@
 // Cartridges: what comes into the window or the MEX4MB store, and how it goes out again.
+#include "core/MachineInit.h"
 #include "core/Ports.h"
 #include "media/Cartridge.h"
 #include "media/test/Bench.h"
@@ -47,15 +48,30 @@ TEST_F(CartridgeTest, ComesIntoTheWindowOfANewMachine) {
   EXPECT_EQ(*reinterpret_cast<const uint8_t*>(m.pages.read[PageMap::kBelow + 0xC] + 0xC005), image[5]);
 }
 
-TEST_F(CartridgeTest, TheNameAloneIsLookedForInTheProgramFolder) {
+TEST_F(CartridgeTest, ItIsTakenFromWhereItWasChosenNowAndLater) {
   WriteAll("game.crt", Pattern(kWindowSize, 3));
   std::filesystem::create_directory("other");
   WriteAll("other/game.crt", Pattern(kWindowSize, 4));
   LoadCRT(m, Path("other/game.crt"));
   EXPECT_EQ(m.CartName, "game.crt");
-  EXPECT_EQ(Window(), Pattern(kWindowSize, 3));
+  EXPECT_EQ(Window(), Pattern(kWindowSize, 4));
+  MachineInit(m);
+  EXPECT_EQ(Window(), Pattern(kWindowSize, 4));
+  UnloadCRT(m);
   LoadCRT(m, "game.crt");
   EXPECT_EQ(Window(), Pattern(kWindowSize, 3));
+}
+
+TEST_F(CartridgeTest, WhereNothingIsTheProgramFolderIsAsked) {
+  WriteAll("game.crt", Pattern(kWindowSize, 3));
+  LoadCRT(m, Path("nowhere/game.crt"));
+  EXPECT_EQ(m.CartName, "game.crt");
+  EXPECT_EQ(Window(), Pattern(kWindowSize, 3));
+  std::filesystem::create_directory("other");
+  std::filesystem::current_path("other");
+  LoadCRT(m, "game.crt");
+  EXPECT_EQ(Window(), Pattern(kWindowSize, 3));
+  std::filesystem::current_path("..");
 }
 
 TEST_F(CartridgeTest, ShortOnesAreFilledUpAndLongOnesCut) {

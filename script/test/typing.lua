@@ -39,6 +39,11 @@ expect("*", {"1:10"})
 expect(".:", {"7:04", "6:08 7:04"})
 expect("éÉ", {"5:40", "5:40 6:08"})
 expect("ű", {"5:20"})
+-- The third level comes with AltGr, which is Ctrl and Alt together.
+expect(";<>", {"7:13", "0:20 7:11", "6:40 7:11"})
+expect("$@#&", {"5:40 7:11", "6:80 7:11", "6:04 7:11", "6:02 7:11"})
+expect("[]{}", {"4:80 7:11", "4:01 7:11", "6:01 7:11", "6:10 7:11"})
+expect("\\|~^", {"2:40 7:11", "2:04 7:11", "0:40 7:11", "0:02 7:11"})
 check.equal(typed(""), 0, "nothing")
 check.equal(#seen, 0, "nothing")
 

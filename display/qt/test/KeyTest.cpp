@@ -78,6 +78,13 @@ TEST_F(Keys, LettersAsPrintedDigitsByPosition) {
   EXPECT_EQ(VirtualKey(ScanCodes::X11, 0, Qt::Key_MediaPlay, false), kNoVirtualKey);
 }
 
+TEST_F(Keys, SignsOnLettersByPosition) {
+  EXPECT_EQ(VirtualKey(ScanCodes::X11, 47 + 8, Qt::Key_At, false), 'V');  // AltGr+V on a Hungarian keyboard
+  EXPECT_EQ(VirtualKey(ScanCodes::Windows, 0x10, Qt::Key_Backslash, false), 'Q');
+  EXPECT_EQ(VirtualKey(ScanCodes::X11, 44 + 8, Qt::Key_Greater, false), 'Y');
+  EXPECT_EQ(VirtualKey(ScanCodes::X11, 47 + 8, Qt::Key_V, false), 'V');
+}
+
 TEST_F(Keys, TheTwoHomesOfZero) {
   EXPECT_EQ(VirtualKey(ScanCodes::X11, 11 + 8, Qt::Key_0, false), '0');
   EXPECT_EQ(VirtualKey(ScanCodes::X11, 11 + 8, Qt::Key_ParenRight, false), '0');
@@ -146,6 +153,28 @@ TEST_F(Keys, FocusAndMouseClear) {
   RunFrames(30);  // the picture has a size now
   Down(Qt::Key_A);
   QTest::mousePress(window->Picture(), Qt::LeftButton, {}, window->Picture()->rect().center());
+  ExpectOnly(-1);
+}
+
+TEST_F(Keys, AShortTapIsHeldForAWholeFrame) {
+  RunFrames(2);
+  std::vector<int32_t> seen;
+  host.atFrame = [&](Machine& running) {
+    host.PullViews(running);  // as the pump after a drawn picture
+    if (host.frames == 4) {
+      Down(Qt::Key_A);
+      Up(Qt::Key_A);
+    }
+    seen.push_back(KeyboardRow(running.keyboard, 4));
+    if (host.frames == 8) running.run.CpuRunning = 0;
+  };
+  m.run.CpuRunning = 1;
+  m.screen.xS6 = true;
+  RunLoop(m);
+  constexpr int32_t kFree = 255, kHeld = 255 - 0x40;
+  EXPECT_EQ(seen, (std::vector<int32_t>{kFree, kHeld, kHeld, kFree, kFree, kFree}));
+  Down(Qt::Key_A);  // nothing looks at the keys of a machine that stands still
+  Up(Qt::Key_A);
   ExpectOnly(-1);
 }
 

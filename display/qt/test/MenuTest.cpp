@@ -1,4 +1,6 @@
+#include <QDir>
 #include <QMenuBar>
+#include <QTemporaryDir>
 
 #include "display/qt/test/WindowTest.h"
 
@@ -170,6 +172,47 @@ TEST_F(Menus, Resets) {
   Select("xReset2");
   EXPECT_EQ(m.run.ResetRequest, 1);
   EXPECT_EQ(m.MemImage[kWarmStartMark], 0xFF);
+}
+
+TEST_F(Menus, UnloadTakesTheCartridgeOut) {
+  m.CartName = "game.crt";
+  m.MemImage[0x14000] = 0x5A;
+  m.panel.visible = true;
+  Select("xUnloadCRT");
+  EXPECT_EQ(m.CartName, "");
+  EXPECT_EQ(m.MemImage[0x14000], 0);
+  EXPECT_FALSE(m.panel.visible);
+  EXPECT_EQ(window->Action("xUnloadCRT")->text(), "Unload");
+}
+
+TEST_F(Menus, FilesOfTheWorkingDirectory) {
+  const QTemporaryDir folder;
+  const QString before = QDir::currentPath();
+  ASSERT_TRUE(QDir::setCurrent(folder.path()));
+  m.MemImage[0xFFFF] = 0x11;
+  m.MemImage[0x10000] = 0x22;
+  Select("xMemDump");
+  Select("xSaveScreen");
+  m.MemImage[0x10000] = 0;
+  Select("xLoadScreen");
+  EXPECT_EQ(m.MemImage[0x10000], 0x22);
+  m.MexPages.resize(256);
+  m.MexPages[255][0x3FFF] = 0x33;
+  Select("xSvaMEX4");
+  m.MexPages.clear();
+  const std::pair<const char*, std::pair<qint64, char>> files[] = {
+      {"ramdump.bin", {0x10000, 0x11}}, {"screen.bin", {0x4000, 0}}, {"mex4mb.bin", {0x400000, 0x33}}};
+  for (const auto& [name, content] : files) {
+    QFile file(name);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << name;
+    const QByteArray bytes = file.readAll();
+    ASSERT_EQ(bytes.size(), content.first) << name;
+    EXPECT_EQ(bytes.back(), content.second) << name;
+  }
+  EXPECT_TRUE(host.messages.empty());
+  Select("xSvaMEX4");  // no store now
+  EXPECT_EQ(host.messages.size(), 1U);
+  QDir::setCurrent(before);
 }
 
 TEST_F(Menus, UnloadNamesTheCartridge) {
