@@ -50,6 +50,7 @@ bool BuildMachine(Script& script) {
     script.machine.screen.Caption = "QUOLLEMU";
     MachineInit(script.machine);
     MachineReset(script.machine);
+    TapeOpenFirst(script.machine);
     // A frame's time lies between the mark and the first frame end, as between any two.
     SpeedMark(script.machine);
     script.host.PassFrame();

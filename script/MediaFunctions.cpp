@@ -1,5 +1,5 @@
 // Programs in and out: the media functions under their own names. They show the machine's own message boxes
-// and return nothing.
+// and return nothing, but for TapeRead.
 #include <array>
 #include <cstdint>
 #include <string>
@@ -8,6 +8,7 @@
 #include "media/Cas.h"
 #include "media/Pictures.h"
 #include "media/Snapshot.h"
+#include "media/Tape.h"
 #include "script/Script.h"
 
 namespace quoll {
@@ -30,6 +31,16 @@ int SaveProgram(lua_State* L, Script& script) {
   return 0;
 }
 
+int RewindTape(lua_State* /*L*/, Script& script) {
+  TapeRewind(script.machine);
+  return 0;
+}
+
+int ReadTape(lua_State* L, Script& script) {
+  lua_pushinteger(L, TapeRead(script.machine));
+  return 1;
+}
+
 constexpr std::array kFunctions{
     luaL_Reg{"LoadCAS", Guarded<WithFile<LoadCAS>>},
     luaL_Reg{"SaveCAS", Guarded<SaveProgram>},
@@ -37,6 +48,9 @@ constexpr std::array kFunctions{
     luaL_Reg{"SaveSnapshot", Guarded<WithFile<SaveSnapshot>>},
     luaL_Reg{"LoadCRT", Guarded<WithFile<LoadCRT>>},
     luaL_Reg{"LoadTIM", Guarded<WithFile<LoadTIM>>},
+    luaL_Reg{"TapeOpen", Guarded<WithFile<TapeOpen>>},
+    luaL_Reg{"TapeRewind", Guarded<RewindTape>},
+    luaL_Reg{"TapeRead", Guarded<ReadTape>},
 };
 
 }  // namespace
