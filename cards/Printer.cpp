@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "core/Machine.h"
+
 namespace quoll {
 namespace {
 
@@ -17,6 +19,11 @@ constexpr std::array<uint8_t, 33> kPrinterCodes = {
     0xFB, 0xBF, 0xD9, 0xC4, 0xB4, 0xC1, 0xAC, 0xE6,  // 0x98
 };
 
+constexpr std::array kControls{
+    Control{"Text1", ControlKind::Text, [](Machine& m) -> ControlField { return &m.printer.Text1; }},
+    Control{"Command2", ControlKind::Button, nullptr, [](Machine& m, int) { m.printer.Text1.clear(); }},
+};
+
 uint8_t PrinterCode(uint8_t byte) {
   if (byte < kFirstTranslated) return byte;
   const unsigned place = byte - kFirstTranslated;
@@ -28,5 +35,7 @@ uint8_t PrinterCode(uint8_t byte) {
 void Senddata(TPrint& printer, uint8_t byte) {
   printer.Text1.push_back(static_cast<char>(PrinterCode(byte)));
 }
+
+std::span<const Control> TPrintControls() { return kControls; }
 
 }  // namespace quoll

@@ -3,7 +3,10 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
+
+#include "core/Form.h"
 
 namespace quoll {
 
@@ -15,5 +18,7 @@ struct TPrint {
 
 // Translates a byte of the machine's character set to the printer's code page and appends it.
 void Senddata(TPrint& printer, uint8_t byte);
+
+std::span<const Control> TPrintControls();
 
 }  // namespace quoll

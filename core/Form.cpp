@@ -9,11 +9,6 @@ namespace quoll {
 
 namespace {
 
-constexpr std::array kPrintControls{
-    Control{"Text1", ControlKind::Text, [](Machine& m) -> ControlField { return &m.printer.Text1; }},
-    Control{"Command2", ControlKind::Button, nullptr, [](Machine& m, int) { m.printer.Text1.clear(); }},
-};
-
 // Of a group of option buttons just one is on: the one that the user has chosen.
 void ExcludeOthers(const ControlField& field, int index) {
   const auto* group = std::get_if<std::span<bool>>(&field);
@@ -29,7 +24,7 @@ std::span<const Form> Forms() {
   static const std::array forms{
       Form{"TScreen", TScreenControls()}, Form{"CPUmon", CPUmonControls()},
       Form{"TVCmon", TVCmonControls()},   Form{"ErrorSim", ErrorSimControls()},
-      Form{"TPrint", {kPrintControls}},
+      Form{"TPrint", TPrintControls()},
   };
   return forms;
 }

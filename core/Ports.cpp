@@ -32,11 +32,11 @@ void StrobeAndSample(Machine& m, int32_t value) {
   ToneWriteSlot(m.tone, value, m.run.FrameClock);
 }
 
-// Colour or monochrome, tape level, and the interrupt flags as they stand.
+// Colour or monochrome, the tape's next sample, and the interrupt flags as they stand.
 int32_t ReadStatus(Machine& m) {
   uint8_t& status = m.PortShadow[kStatusPort];
   status = static_cast<uint8_t>((status & kIrqFlags) | 0x80 | (m.screen.xScreenBW ? 0 : 0x40) |
-                                (m.tape.Level != 0 ? 0x20 : 0));
+                                (TapeRead(m) != 0 ? 0x20 : 0));
   return status;
 }
 
@@ -71,6 +71,14 @@ void PortOut(Machine& m, int32_t port, int32_t& value) {
     case 0x18: return StorePaging(m, number, value, 0x30);
     case 0x36:
     case 0x37: return SelectSoundRomPage(m, value);
+    case 0x50:
+    case 0x51:
+    case 0x52:
+    case 0x53:
+    case 0x54:
+    case 0x55:
+    case 0x56:
+    case 0x57: return TapeWriteEdge(m);
     case 0x58:
     case 0x5C: return SetStatus(m, 0x01);
     case 0x59:

@@ -14,6 +14,7 @@
 
 #include "core/Machine.h"
 #include "core/MachineInit.h"
+#include "core/NumberText.h"
 #include "core/Ports.h"
 #include "core/Wrap.h"
 #include "z80/Core.h"
@@ -199,7 +200,7 @@ void EndFrame(Machine& m, uint32_t& lastTick) {
 }
 
 void TestBreakpoint(Machine& m) {
-  if (m.run.BreakArmed == 0 || !m.cpumon.Check2 || BreakpointAddress(m.cpumon.Text5) != m.z80.PC) return;
+  if (m.run.BreakArmed == 0 || !m.cpumon.Check2 || NumberOfText(m.cpumon.Text5) != m.z80.PC) return;
   m.run.CpuRunning = 0;
   CPUmon_redraw(m);
 }

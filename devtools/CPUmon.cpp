@@ -1,10 +1,10 @@
 #include "devtools/CPUmon.h"
 
 #include <array>
-#include <limits>
 #include <string_view>
 
 #include "core/Machine.h"
+#include "core/NumberText.h"
 #include "core/RunLoop.h"
 
 namespace quoll {
@@ -25,8 +25,8 @@ void Int(Machine& m, int) {
 }
 
 void Poke(Machine& m, int) {
-  const int32_t address = BreakpointAddress(m.cpumon.Text12);
-  const int32_t value = BreakpointAddress(m.cpumon.Text13);
+  const int32_t address = NumberOfText(m.cpumon.Text12);
+  const int32_t value = NumberOfText(m.cpumon.Text13);
   MemWrite(m, address, static_cast<uint8_t>(value & 0xFF));
   CPUmon_redraw(m);
 }
@@ -65,15 +65,6 @@ constexpr std::array kControls{
     Button("Command3", Poke),
 };
 
-// Value of a digit in this base, -1 for any other character.
-int32_t Digit(char c, int32_t base) {
-  int32_t value = -1;
-  if (c >= '0' && c <= '9') value = c - '0';
-  if (c >= 'A' && c <= 'F') value = c - 'A' + 10;
-  if (c >= 'a' && c <= 'f') value = c - 'a' + 10;
-  return value < base ? value : -1;
-}
-
 }  // namespace
 
 void CPUmon_Command1_Click(Machine& m) {
@@ -106,32 +97,6 @@ void MissingOP(Machine& m) {
   if (m.screen.Caption != kUnknownOpcode) m.screen.Caption = kUnknownOpcode;
   m.z80.PrefixState = 0;
   m.z80.PC = static_cast<int32_t>(static_cast<uint32_t>(m.z80.PC) + 1U);
-}
-
-int32_t BreakpointAddress(const std::string& text) {
-  std::string_view rest = text;
-  while (!rest.empty() && (rest.front() == ' ' || rest.front() == '\t')) rest.remove_prefix(1);
-
-  bool negative = false;
-  if (!rest.empty() && (rest.front() == '-' || rest.front() == '+')) {
-    negative = rest.front() == '-';
-    rest.remove_prefix(1);
-  }
-  int32_t base = 10;
-  if (rest.starts_with("&H") || rest.starts_with("&h")) {
-    base = 16;
-    rest.remove_prefix(2);
-  }
-
-  constexpr int64_t kMost = std::numeric_limits<int32_t>::max();
-  int64_t value = 0;
-  for (const char c : rest) {
-    const int32_t digit = Digit(c, base);
-    if (digit < 0) break;
-    value = value * base + digit;
-    if (value > kMost) value = kMost;  // also keeps a long text from running over
-  }
-  return static_cast<int32_t>(negative ? -value : value);
 }
 
 std::span<const Control> CPUmonControls() { return kControls; }

@@ -44,10 +44,6 @@ void CPUmon_redraw(Machine& m);
 // An instruction the processor doesn't know: status label and caption say so, PC moves on by one.
 void MissingOP(Machine& m);
 
-// Value of a text of the breakpoint box: blanks, a sign, then digits as far as they go, hexadecimal ones
-// after "&H"; 0 for a bad text. What 32 bits can't hold gives the nearest number that they can.
-int32_t BreakpointAddress(const std::string& text);
-
 std::span<const Control> CPUmonControls();
 
 }  // namespace quoll

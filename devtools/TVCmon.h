@@ -8,9 +8,10 @@
 namespace quoll {
 
 struct TVCmon {
-  bool Check1 = false;  // "Record": the tone generator's output goes to a file
-  bool Check2 = true;   // "Int enable" of the CRTC frame; read by nothing, the cursor interrupt ignores it
-  bool Check3 = true;   // "Int enabled" of the sound frame: lets the tone interrupt through
+  bool Check1 =
+      false;  // "Record": the tape's edges go to "save.wav", the tone generator's frames to "record.wav"
+  bool Check2 = true;  // "Int enable" of the CRTC frame; read by nothing, the cursor interrupt ignores it
+  bool Check3 = true;  // "Int enabled" of the sound frame: lets the tone interrupt through
 };
 
 std::span<const Control> TVCmonControls();

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "core/Machine.h"
-#include "devtools/CPUmon.h"
+#include "core/NumberText.h"
 #include "media/Files.h"
 
 namespace quoll {
@@ -48,7 +48,7 @@ CasBoxes ReadCasBoxes(Machine& m) {
 }
 
 CasRange UseCasBoxes(CasBoxes& boxes) {
-  const CasRange range = ClampCasRange(BreakpointAddress(boxes.Text6), BreakpointAddress(boxes.Text7));
+  const CasRange range = ClampCasRange(NumberOfText(boxes.Text6), NumberOfText(boxes.Text7));
   boxes.Text6 = std::to_string(range.s);
   boxes.Text7 = std::to_string(range.e);
   return range;

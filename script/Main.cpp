@@ -98,6 +98,8 @@ int RunScript(lua_State* L, Script& script, int argc, char** argv, int scriptPla
   if (!BuildMachine(script)) return kScriptError;
   if (lua_pcall(L, 0, 0, -2) != LUA_OK) {
     PrintMessages(script.host);
+    if (!script.host.callbackTrace.empty())
+      std::fprintf(stderr, "quollrun: last error at a frame end: %s\n", script.host.callbackTrace.c_str());
     return Fail(L, kScriptError);
   }
   return kOk;

@@ -10,6 +10,16 @@ constexpr int64_t kSecond = 1'000'000'000;
 constexpr int64_t kMillisecond = kSecond / 1000;
 constexpr int64_t kFrameTime = 20 * kMillisecond;
 
+// Where in the function an error came up is lost when the error is raised again, so it is noted now. The
+// error passes as it is.
+int NoteTraceback(lua_State* L) {
+  auto& note = *static_cast<std::string*>(lua_touserdata(L, lua_upvalueindex(1)));
+  luaL_traceback(L, L, nullptr, 1);
+  note = lua_tostring(L, -1);
+  lua_pop(L, 1);
+  return 1;
+}
+
 }  // namespace
 
 void ScriptHost::FrameEnded(Machine& m) {
@@ -21,10 +31,13 @@ void ScriptHost::FrameEnded(Machine& m) {
 }
 
 void ScriptHost::CallBack() {
+  lua_pushlightuserdata(callbackThread, &callbackTrace);
+  lua_pushcclosure(callbackThread, NoteTraceback, 1);
   lua_rawgeti(callbackThread, LUA_REGISTRYINDEX, callback);
   // An error must not leap over the engine's frames: it is raised again when they are gone.
-  if (lua_pcall(callbackThread, 0, 0, 0) != LUA_OK)
+  if (lua_pcall(callbackThread, 0, 0, -2) != LUA_OK)
     callbackError = luaL_ref(callbackThread, LUA_REGISTRYINDEX);
+  lua_pop(callbackThread, 1);
 }
 
 void ScriptHost::WaitForBlock(Machine& m) { m.mixer.NeedData = 1; }

@@ -47,6 +47,7 @@ struct ScriptHost final : Host {
   lua_State* callbackThread = nullptr;
   int callback = LUA_NOREF;
   int callbackError = LUA_NOREF;
+  std::string callbackTrace;  // traceback of the last error in it
 
  private:
   void CallBack();

@@ -57,6 +57,7 @@ void MixFrame(Mixer& mixer, const FrameSamples& toneOut) {
 
 void SoundFrame(Machine& m) {
   ToneFrame(m.tone, m.PortShadow);
+  if (m.tvcmon.Check1) TapeRecordFrame(m, m.tone.ToneOut);
   MixFrame(m.mixer, m.tone.ToneOut);
   // Counted without a sign, since a script may have put the highest number there.
   m.mixer.FrameInBlock = static_cast<int32_t>(static_cast<uint32_t>(m.mixer.FrameInBlock) + 1U);

@@ -47,8 +47,12 @@ void RenderSlots(Tone& tone) {
 }  // namespace
 
 void ToneWriteSlot(Tone& tone, int32_t value, int32_t frameClock) {
+  ToneStoreSlot(tone, Amplitude(value), frameClock);
+}
+
+void ToneStoreSlot(Tone& tone, int32_t amplitude, int32_t frameClock) {
   const int32_t slot = std::clamp(frameClock / kSampleTStates, 0, kFrameSamples - 1);
-  tone.DacSlots[slot] = static_cast<uint8_t>(Amplitude(value) + kSlotWritten);
+  tone.DacSlots[slot] = static_cast<uint8_t>(amplitude + kSlotWritten);
 }
 
 int32_t TonePeriod(const PortBytes& ports) { return (kPitchValues - Pitch(ports)) * 16; }

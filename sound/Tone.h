@@ -28,6 +28,9 @@ struct Tone {
 // A write to port 6: frameClock in T-states since the frame began; 142 of them make a sample.
 void ToneWriteSlot(Tone& tone, int32_t value, int32_t frameClock);
 
+// A write by something else that is heard, the tape for one: amplitude 0 to 15 in the time's slot.
+void ToneStoreSlot(Tone& tone, int32_t amplitude, int32_t frameClock);
+
 // T-states of a full tone period, from the pitch in ports 4 and 5: 16 to 65536.
 int32_t TonePeriod(const PortBytes& ports);
 

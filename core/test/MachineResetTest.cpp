@@ -119,7 +119,7 @@ TEST(MachineResetTest, StatusReadAfterAReset) {
     const auto m = RamMachine(host);
     MachineReset(*m);
     m->screen.xScreenBW = monochrome;
-    m->tape.Level = level;
+    PutTape(*m, level);
     EXPECT_EQ(PortIn(*m, 0x59), value);
   }
 }

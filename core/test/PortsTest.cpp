@@ -29,7 +29,7 @@ const PortSet kKept = Union({Range(0x00, 0x06), {0x0F, 0x18, 0xA0}, Range(0x60, 
 const PortSet kSelects{0x70, 0x72, 0x74, 0x76};
 const PortSet kCrtcWrites{0x71, 0x73, 0x75, 0x77};
 // Act, and keep nothing.
-const PortSet kNotKept = Union({{0x07, 0x36, 0x37}, Range(0x58, 0x5F), kCrtcWrites});
+const PortSet kNotKept = Union({{0x07, 0x36, 0x37}, Range(0x50, 0x57), Range(0x58, 0x5F), kCrtcWrites});
 // Cards and devices that this machine does not have: like any port without a function.
 const PortSet kNotFitted = Union({Range(0x0C, 0x0E),
                                   Range(0x10, 0x14),
@@ -37,7 +37,6 @@ const PortSet kNotFitted = Union({Range(0x0C, 0x0E),
                                   {0x30},
                                   Range(0x32, 0x35),
                                   Range(0x38, 0x3D),
-                                  Range(0x50, 0x57),
                                   Range(0xE0, 0xF8),
                                   Range(0xFD, 0xFF)});
 const PortSet kNoFunction = Union({Range(0x08, 0x0B),
@@ -114,7 +113,9 @@ TEST(PortsTest, WritesTouchOnlyTheirOwnDevice) {
     const bool crtc = (port & 0xF8) == 0x70;
     EXPECT_EQ(m->palette == before->palette, !palette);
     EXPECT_EQ(m->crtc == before->crtc, !crtc);
-    EXPECT_EQ(m->tone == before->tone, port != 0x06);
+    const bool tape = (port & 0xF8) == 0x50;
+    EXPECT_EQ(m->tone == before->tone, port != 0x06 && !tape);  // the tape is heard
+    EXPECT_EQ(m->tape == before->tape, !tape);
     EXPECT_EQ(m->printer == before->printer, port != 0x06);
     EXPECT_EQ(m->z80 == before->z80, port != 0x07);
     EXPECT_TRUE(m->MemImage == before->MemImage);
@@ -261,7 +262,7 @@ TEST(PortsTest, StatusIsMadeUpAtTheReadAndKept) {
           const auto m = RamMachine(host);
           m->PortShadow[kStatusPort] = static_cast<uint8_t>(before);
           m->screen.xScreenBW = monochrome;
-          m->tape.Level = level;
+          PutTape(*m, level);
           m->z80.IrqLine = 1;
           const int expected = before % 32 + 128 + (monochrome ? 0 : 64) + 32 * level;
           ASSERT_EQ(PortIn(*m, port), expected) << before;

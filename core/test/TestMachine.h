@@ -107,6 +107,13 @@ inline void Put(Machine& m, int32_t offset, std::initializer_list<int> bytes) {
   for (const int byte : bytes) m.MemImage.at(static_cast<size_t>(offset++)) = static_cast<uint8_t>(byte);
 }
 
+// A tape with a single sample to come, of this level.
+inline void PutTape(Machine& m, int level) {
+  m.tape.input.ahead[0] = level != 0 ? 255 : 0;
+  m.tape.input.aheadCount = 1;
+  m.tape.input.next = 0;
+}
+
 // A single pass.
 inline void Step(Machine& m) {
   m.run.CpuRunning = 0;

@@ -130,6 +130,9 @@ const std::vector<std::vector<uint8_t>>& Snippets() {
       {0xD3, 0x70},
       {0xDB, 0x5B},
       {0xDB, 0x59},
+      {0xDB, 0x5D},
+      {0xD3, 0x50},
+      {0xD3, 0x57},
       {0xD3, 0x5B},
       {0xD3, 0x05},
       {0xD3, 0x04},
@@ -258,7 +261,12 @@ void Twins::Randomize(Dice& dice) {
   m.screen.xio0 = model.xio0 = Roll(dice, 2) == 0;
   m.screen.xio1 = model.xio1 = Roll(dice, 2) == 0;
   m.screen.xScreenBW = model.xScreenBW = Roll(dice, 2) == 0;
-  m.tape.Level = model.TapeLevel = Roll(dice, 2);
+  // A piece of tape, which may end on the way, and an edge some time ago.
+  m.tape.input.aheadCount = static_cast<uint32_t>(Roll(dice, TapeInput::kChunk + 1));
+  for (uint8_t& sample : m.tape.input.ahead) sample = static_cast<uint8_t>(dice());
+  model.TapeIn.assign(m.tape.input.ahead.begin(), m.tape.input.ahead.begin() + m.tape.input.aheadCount);
+  m.tape.TapeLastCycle = model.TapeLastCycle = Roll(dice, 62600);
+  if (Roll(dice, 2) == 0) m.tape.TapeLevel = Tape::kLow, model.TapeLevel = 0x1E;
   m.VideoReadNoise = model.VideoReadNoise = Roll(dice, 10) == 0;
   m.tvcmon.Check3 = model.ToneIntEnabled = Roll(dice, 6) != 0;
   if (Roll(dice, 12) == 0) {
@@ -307,6 +315,10 @@ void Twins::ExpectEqual(const std::string& what) const {
   EXPECT_EQ(m.palette.PalNextLine, model.PalNextLine) << what;
   EXPECT_EQ(m.palette.BorderLines, model.BorderLines) << what;
   EXPECT_EQ(m.tone.DacSlots, model.DacSlots) << what;
+  EXPECT_EQ(m.tape.input.next, model.TapeNext) << what;
+  EXPECT_EQ(m.tape.TapeLastCycle, model.TapeLastCycle) << what;
+  EXPECT_EQ(m.tape.TapeLevel, model.TapeLevel) << what;
+  EXPECT_EQ(m.tape.TapeOutPos, model.TapeOutPos) << what;
   EXPECT_EQ(m.mixer.FrameInBlock, model.FrameInBlock) << what;
   EXPECT_EQ(m.screen.Label1, model.Label1) << what;
   EXPECT_EQ(m.printer.Text1.size(), model.Printed.size()) << what;

@@ -41,42 +41,6 @@ class Monitor : public testing::Test {
   std::unique_ptr<Machine> m = std::make_unique<Machine>(host);
 };
 
-TEST(BreakpointAddress, ReadsDecimalAndHexadecimal) {
-  EXPECT_EQ(BreakpointAddress("0"), 0);
-  EXPECT_EQ(BreakpointAddress("1234"), 1234);
-  EXPECT_EQ(BreakpointAddress("  65535"), 65535);
-  EXPECT_EQ(BreakpointAddress("\t7"), 7);
-  EXPECT_EQ(BreakpointAddress("&H1234"), 0x1234);
-  EXPECT_EQ(BreakpointAddress("&hfFfF"), 65535);
-  EXPECT_EQ(BreakpointAddress("  &Hab"), 0xAB);
-  EXPECT_EQ(BreakpointAddress("007"), 7);
-  EXPECT_EQ(BreakpointAddress("-5"), -5);
-  EXPECT_EQ(BreakpointAddress("+5"), 5);
-}
-
-TEST(BreakpointAddress, StopsAtTheFirstStranger) {
-  EXPECT_EQ(BreakpointAddress("12x4"), 12);
-  EXPECT_EQ(BreakpointAddress("12A"), 12);
-  EXPECT_EQ(BreakpointAddress("12 34"), 12);
-  EXPECT_EQ(BreakpointAddress("1.5"), 1);
-  EXPECT_EQ(BreakpointAddress("&H12G4"), 0x12);
-  EXPECT_EQ(BreakpointAddress("&H1 2"), 1);
-}
-
-TEST(BreakpointAddress, GivesZeroForABadText) {
-  for (const char* text : {"", " ", "&", "&H", "&h ", "H12", "&12", "x", "-", "--5", "&O17", "$12"}) {
-    EXPECT_EQ(BreakpointAddress(text), 0) << text;
-  }
-}
-
-TEST(BreakpointAddress, DoesNotRunOver) {
-  EXPECT_EQ(BreakpointAddress("2147483647"), 2147483647);
-  EXPECT_EQ(BreakpointAddress("2147483648"), 2147483647);
-  EXPECT_EQ(BreakpointAddress(std::string(1000, '9')), 2147483647);
-  EXPECT_EQ(BreakpointAddress("&H" + std::string(1000, 'F')), 2147483647);
-  EXPECT_EQ(BreakpointAddress("-" + std::string(1000, '9')), -2147483647);
-}
-
 TEST_F(Monitor, MissingOpSaysSoAndGoesOn) {
   m->z80.PC = 0x1233;
   m->z80.PrefixState = 0xCB;

@@ -49,6 +49,11 @@ check.equal(out, "before\n", "output of an error")
 has(err, "script.lua:3: oh dear")
 has(err, "stack traceback:")
 has(err, "script.lua:5: in main chunk")
+status, _, err = runScript("OnFrame(function()\n  error('at the end')\nend)\nFrames(1)\n")
+check.equal(status, 1, "status of an error at a frame end")
+has(err, "script.lua:2: at the end")
+has(err, "script.lua:2: in function <")  -- where it came up
+has(err, "script.lua:4: in main chunk")  -- and who ran the machine
 status, _, err = runScript("error({})")
 check.equal(status, 1, "status of a table")
 has(err, "table: ")

@@ -253,6 +253,52 @@ void LiteralMachine::ToneReload() {
   ToneItCounter = ((16 - (PortShadow[5] & 0x0F)) * 256 - PortShadow[4]) * 16;
 }
 
+void LiteralMachine::StoreSlot(int32_t byte) {
+  int32_t slot = FrameClock / 142;
+  if (slot > 440) {
+    slot = 440;
+  }
+  if (slot < 0) {
+    slot = 0;
+  }
+  DacSlots[static_cast<size_t>(slot)] = static_cast<uint8_t>(byte);
+}
+
+int32_t LiteralMachine::TapeRead() {
+  int32_t sample = 0;
+  if (TapeNext < TapeIn.size()) {
+    sample = TapeIn[TapeNext];
+    TapeNext++;
+  }
+  int32_t level = sample > 90 ? 1 : 0;
+  StoreSlot(level == 1 ? 0x11 : 0x10);
+  return level;
+}
+
+void LiteralMachine::TapeWriteEdge() {
+  int32_t now = FrameClock;
+  int64_t passed = static_cast<int64_t>(now) - TapeLastCycle;
+  if (now < TapeLastCycle) {
+    passed += kFrameCycles;
+  }
+  TapeLastCycle = now;
+  if (passed > 62000) {
+    return;
+  }
+  TapeLevel = TapeLevel == 0x1E ? 0xDC : 0x1E;
+  // Rounded to whole samples, ties to even.
+  int64_t samples = passed / 80;
+  int64_t rest = passed % 80;
+  if (rest > 40 || (rest == 40 && samples % 2 == 1)) {
+    samples++;
+  }
+  TapeOutPos += static_cast<int32_t>(samples) + 1;
+  if (now / 142 > 440) {
+    Messages.push_back("hiba hang");
+  }
+  StoreSlot(TapeLevel == 0x1E ? 0x10 : 0x11);
+}
+
 void LiteralMachine::LogPort(char kind, int32_t port) {
   size_t limit = kind == 'W' ? 35 : 100;
   if (List1.size() > limit) {
@@ -301,14 +347,7 @@ void LiteralMachine::PortOut(int32_t port, int32_t& value) {
         PortShadow[0x59] = static_cast<uint8_t>(PortShadow[0x59] & 0x7F);
         Printed.push_back(static_cast<char>(PortShadow[1]));
       }
-      int32_t slot = FrameClock / 142;
-      if (slot > 440) {
-        slot = 440;
-      }
-      if (slot < 0) {
-        slot = 0;
-      }
-      DacSlots[static_cast<size_t>(slot)] = static_cast<uint8_t>(((value / 4) & 0x0F) + 0x10);
+      StoreSlot(((value / 4) & 0x0F) + 0x10);
       break;
     }
     case 0x07:
@@ -319,6 +358,17 @@ void LiteralMachine::PortOut(int32_t port, int32_t& value) {
     case 0x36:
     case 0x37:
       // The sound card's ROM file has no place in this model.
+      store = false;
+      break;
+    case 0x50:
+    case 0x51:
+    case 0x52:
+    case 0x53:
+    case 0x54:
+    case 0x55:
+    case 0x56:
+    case 0x57:
+      TapeWriteEdge();
       store = false;
       break;
     case 0x58:
@@ -384,7 +434,7 @@ int32_t LiteralMachine::PortIn(int32_t port) {
       int32_t status = PortShadow[0x59];
       status = xScreenBW ? (status & ~0x40) : (status | 0x40);
       status |= 0x80;
-      status = TapeLevel != 0 ? (status | 0x20) : (status & ~0x20);
+      status = TapeRead() != 0 ? (status | 0x20) : (status & ~0x20);
       PortShadow[0x59] = static_cast<uint8_t>(status & 0xFF);
       return status & 0xFF;
     }

@@ -69,7 +69,9 @@ struct LiteralMachine {
   std::array<int32_t, 288> BorderLines{};
   std::array<uint8_t, 441> DacSlots{};
   int32_t LpenHigh = 0, LpenLow = 0;
-  int32_t TapeLevel = 0;
+  std::vector<uint8_t> TapeIn;  // the samples to come
+  size_t TapeNext = 0;
+  int32_t TapeLastCycle = 0, TapeLevel = 0, TapeOutPos = 45;
   bool x32KB = false, xio0 = false, xio1 = false, xScreenBW = false;
   bool VideoReadNoise = false;
   bool ToneIntEnabled = true;
@@ -113,6 +115,9 @@ struct LiteralMachine {
   void PALSet();
   void BorderSet(int32_t value);
   void ToneReload();
+  void StoreSlot(int32_t byte);
+  int32_t TapeRead();
+  void TapeWriteEdge();
   void CrtcWrite(int32_t& value);
   void LogPort(char kind, int32_t port);
 

@@ -158,9 +158,9 @@ TEST_F(LiteralMachineTest, StatusPort) {
   LiteralMachine fresh;
   fresh.MachineReset();
   fresh.xScreenBW = true;
-  fresh.TapeLevel = 1;
+  fresh.TapeIn = {91, 90};
   EXPECT_EQ(fresh.PortIn(0x59), 0xBF);
-  fresh.TapeLevel = 0;
+  EXPECT_EQ(fresh.DacSlots[0], 0x11);
   EXPECT_EQ(fresh.PortIn(0x5D), 0x9F);
   EXPECT_EQ(fresh.PortShadow[0x59], 0x9F);
   fresh.xScreenBW = false;
