@@ -1,0 +1,459 @@
+; LIST, RENUM, texts of the errors.
+        .include "memory.inc"
+        .include "basic.inc"
+        .globl  list_program, renumber, print_error
+        .section .ext,"x"
+
+; Lists the lines from RANGELOW to RANGEHIGH, until a break key. Changes everything.
+list_program:
+        ld      de,(RANGELOW)
+        sys     find_line
+list1:  ld      a,(BREAKKEY)
+        or      a
+        ret     nz
+        ld      a,(hl)
+        or      a
+        ret     z
+        ld      e,a
+        ld      d,0
+        push    hl
+        add     hl,de
+        ex      (sp),hl                 ; stack: next line
+        inc     hl
+        ld      e,(hl)
+        inc     hl
+        ld      d,(hl)
+        inc     hl
+        push    hl
+        ld      hl,(RANGEHIGH)
+        or      a
+        sbc     hl,de
+        jr      c,list_end
+        ex      de,hl
+        sys     con_number
+        ld      a,' '
+        rst     RST_OUT
+        pop     de
+        ld      a,' '
+        ld      (LASTCHAR),a
+        call    list_line
+        ld      a,13
+        rst     RST_OUT
+        pop     hl
+        jr      list1
+list_end:
+        pop     hl
+        pop     hl
+        ret
+
+; The tokens at DE, up to the 0. Changes everything.
+list_line:
+        ld      a,(de)
+        inc     de
+        or      a
+        ret     z
+        jp      m,list_word
+        cp      TK_SMALL
+        jr      c,list_marker
+        cp      ' '
+        jr      nc,list_sign
+        sub     TK_SMALL
+        ld      c,a
+        ld      b,0
+        jr      list_integer
+list_sign:
+        cp      ' '
+        jr      z,sign1
+        cp      ':'                     ; no blank is due in front of these
+        jr      z,sign1
+        cp      ','
+        jr      z,sign1
+        cp      ';'
+        call    nz,blank_due
+sign1:  call    out
+        jr      list_line
+
+list_marker:
+        cp      TK_TEXT
+        jr      z,list_text
+        jr      c,list_name
+        push    af
+        cp      TK_NUM
+        jr      z,list_number
+        pop     af
+        ex      de,hl
+        ld      c,(hl)
+        inc     hl
+        ld      b,(hl)
+        inc     hl
+        ex      de,hl
+        cp      TK_HEX
+        jr      z,list_hex
+list_integer:
+        call    blank_between
+        push    de
+        ld      h,b
+        ld      l,c
+        sys     con_number
+        pop     de
+digit_last:
+        ld      a,'0'
+        ld      (LASTCHAR),a
+        jr      list_line
+list_number:
+        pop     af
+        call    blank_between
+        ld      hl,FACC
+        ld      b,6
+number1:
+        ld      a,(de)
+        inc     de
+        ld      (hl),a
+        inc     hl
+        djnz    number1
+        push    de
+        sys     fp_print
+        sys     con_str
+        pop     de
+        jr      digit_last
+list_hex:
+        call    blank_due
+        ld      a,'&'
+        rst     RST_OUT
+        ld      a,b
+        or      a
+        call    nz,out_hex
+        ld      a,c
+        call    out_hex
+        jr      digit_last
+
+list_text:
+        call    blank_due
+        ld      a,'"'
+        call    out
+        ld      a,(de)
+        inc     de
+        ld      b,a
+        inc     b
+        jr      text2
+text1:  ld      a,(de)
+        inc     de
+        call    out
+        cp      '"'
+        call    z,out                   ; one in the text is written twice
+text2:  djnz    text1
+        ld      a,'"'
+        call    out
+        jp      list_line
+
+; A = marker of a variable.
+list_name:
+        ld      c,a
+        call    blank_between
+name1:  ld      a,(de)
+        inc     de
+        ld      b,a
+        and     0x7F
+        call    out
+        bit     7,b
+        jr      z,name1
+        bit     0,c                     ; TK_VSTR, TK_ASTR are even
+        ld      a,'$'
+        call    z,out
+        ld      a,c
+        cp      TK_ANUM
+        ld      a,'('
+        call    nc,out
+        jp      list_line
+
+; Keyword A.
+list_word:
+        ld      c,a
+        cp      TK_POW + 1
+        ld      a,'#'                   ; no token
+        jp      nc,list_sign
+        ld      a,c
+        cp      TK_PLUS                 ; words between blanks: statements to STEP, NOT, OR, AND, MOD
+        jr      nc,word1
+        cp      TK_LE
+        jr      nc,word_sign
+        cp      TK_OR
+        jr      nc,word_blank
+        cp      TK_NOT
+        jr      z,word_blank
+        cp      TK_TAB
+        jr      c,word_blank
+        call    blank_between
+        jr      word2
+word1:  cp      TK_MOD
+        jr      z,word_blank
+word_sign:
+        call    blank_due
+word2:  call    out_word
+        jp      list_line
+word_blank:
+        ld      a,(LASTCHAR)
+        cp      ':'
+        jr      z,word3
+        cp      '('
+        jr      z,word3
+        cp      ' '
+        ld      a,' '
+        call    nz,out
+word3:  call    out_word
+        ld      a,c
+        cp      TK_QUOTE
+        jr      z,list_rest
+        cp      TK_REM
+        jr      z,word_rest
+        cp      TK_DATA
+        jr      z,word_rest
+        xor     a
+        ld      (LASTCHAR),a
+        jp      list_line
+word_rest:
+        ld      a,(de)
+        or      a
+        ld      a,' '
+        call    nz,out
+; Text without tokens.
+list_rest:
+        push    de
+        dec     de
+        sys     skip_token
+        pop     hl
+rest1:  or      a
+        sbc     hl,de
+        add     hl,de
+        jp      z,list_line
+        ld      a,(hl)
+        inc     hl
+        call    out
+        jr      rest1
+
+; Character A to the screen. Keeps A.
+out:    ld      (LASTCHAR),a
+        push    af
+        rst     RST_OUT
+        pop     af
+        ret
+
+; A blank if the last character was a letter, digit or quote, or if one is due. Keeps all but F.
+blank_between:
+        push    af
+        ld      a,(LASTCHAR)
+        or      a
+        jr      z,between1
+        cp      '"'
+        jr      z,between1
+        cp      '0'
+        jr      c,between2
+        cp      '9' + 1
+        jr      c,between1
+        cp      'A'
+        jr      c,between2
+        cp      'Z' + 1
+        jr      nc,between2
+between1:
+        ld      a,' '
+        call    out
+between2:
+        pop     af
+        ret
+; A blank if one is due after a keyword. Keeps all but F.
+blank_due:
+        push    af
+        ld      a,(LASTCHAR)
+        or      a
+        jr      z,between1
+        pop     af
+        ret
+
+; A as two hexadecimal digits. Changes AF.
+out_hex:
+        push    af
+        rrca
+        rrca
+        rrca
+        rrca
+        call    out_digit
+        pop     af
+out_digit:
+        and     15
+        add     a,'0'
+        cp      '9' + 1
+        jr      c,out
+        add     a,'A' - '9' - 1
+        jr      out
+
+; Prints the name of token C. Changes A, B, HL.
+out_word:
+        ld      hl,keywords
+        ld      a,c
+        sub     0x80
+        jr      z,out_name
+        ld      b,a
+out1:   ld      a,(hl)
+        inc     hl
+        add     a,a
+        jr      nc,out1
+        djnz    out1
+out_name:
+        ld      a,(hl)
+        and     0x7F
+        call    out
+        bit     7,(hl)
+        inc     hl
+        jr      z,out_name
+        ret
+
+; Gives the lines the numbers RANGELOW, RANGELOW + RANGEHIGH, ... and changes what refers to them; what refers
+; to no line stays. CF = 1, and nothing changed, if the numbers don't suffice. Changes everything.
+renumber:
+        ld      hl,(RANGEHIGH)
+        ld      a,h
+        or      l
+        jr      z,renum_bad
+        ld      de,(PROGSTART)
+        ld      hl,(RANGELOW)
+renum1: ld      a,(de)
+        or      a
+        jr      z,renum2
+        add     a,e
+        ld      e,a
+        jr      nc,renum_next
+        inc     d
+renum_next:
+        ld      a,(de)
+        or      a
+        jr      z,renum2
+        ld      bc,(RANGEHIGH)
+        add     hl,bc
+        jr      nc,renum1
+renum_bad:
+        scf
+        ret
+
+renum2: ld      de,(PROGSTART)
+renum3: ld      a,(de)
+        or      a
+        jr      z,renum5
+        inc     de
+        inc     de
+        inc     de
+renum4: sys     skip_token
+        or      a
+        jr      z,renum3
+        cp      TK_LINE
+        jr      nz,renum4
+        push    de
+        dec     de
+        ld      a,(de)
+        ld      b,a
+        dec     de
+        ld      a,(de)
+        ld      c,a
+        call    new_number
+        jr      c,renum_same
+        ex      de,hl
+        ld      (hl),e
+        inc     hl
+        ld      (hl),d
+renum_same:
+        pop     de
+        jr      renum4
+
+renum5: ld      de,(PROGSTART)
+        ld      hl,(RANGELOW)
+renum6: ld      a,(de)
+        or      a
+        ret     z
+        push    hl
+        ld      l,a
+        ld      h,0
+        add     hl,de
+        ex      (sp),hl                 ; stack: next line
+        inc     de
+        ld      a,l
+        ld      (de),a
+        inc     de
+        ld      a,h
+        ld      (de),a
+        ld      bc,(RANGEHIGH)
+        add     hl,bc
+        pop     de
+        jr      renum6
+
+; HL = new number of line BC, CF = 1 if there is none. Keeps BC, DE.
+new_number:
+        push    de
+        ld      hl,(RANGELOW)
+        ld      de,(PROGSTART)
+new1:   ld      a,(de)
+        or      a
+        scf
+        jr      z,new4
+        push    hl
+        ld      l,a
+        ld      h,0
+        add     hl,de
+        ex      (sp),hl                 ; stack: next line
+        inc     de
+        ld      a,(de)
+        cp      c
+        jr      nz,new2
+        inc     de
+        ld      a,(de)
+        cp      b
+        jr      z,new3
+new2:   push    bc
+        ld      bc,(RANGEHIGH)
+        add     hl,bc
+        pop     bc
+        pop     de
+        jr      new1
+new3:   pop     de
+        or      a
+new4:   pop     de
+        ret
+
+; The text of error A to the screen. Changes A, B, HL.
+print_error:
+        ld      hl,errors
+        ld      b,a
+        jr      error2
+error1: ld      a,(hl)
+        inc     hl
+        or      a
+        jr      nz,error1
+error2: djnz    error1
+error3: ld      a,(hl)
+        inc     hl
+        or      a
+        ret     z
+        rst     RST_OUT
+        jr      error3
+
+; In the order of their numbers.
+errors: .asciz  "Syntax error"
+        .asciz  "Overflow"
+        .asciz  "Division by zero"
+        .asciz  "Illegal quantity"
+        .asciz  "Out of memory"
+        .asciz  "Type mismatch"
+        .asciz  "Bad subscript"
+        .asciz  "Array already dimensioned"
+        .asciz  "FOR and NEXT don't match"
+        .asciz  "RETURN without GOSUB"
+        .asciz  "WHILE and WEND don't match"
+        .asciz  "Out of data"
+        .asciz  "No such line"
+        .asciz  "String too long"
+        .asciz  "Can't continue"
+        .asciz  "Expression too complex"
+        .asciz  "Not in direct mode"
+        .asciz  "Break"
+        .asciz  "Tape error"
+        .asciz  "Verify error"
+        .asciz  "Wrong kind of file"
+        .asciz  "Line too long"

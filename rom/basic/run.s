@@ -1,0 +1,451 @@
+; Statements one after another; jumps, subroutines, IF, ON, RUN, STOP, CONT.
+;
+; A statement's routine is entered with DE behind its keyword and returns with DE at what ends the statement.
+        .include "memory.inc"
+        .include "errors.inc"
+        .include "basic.inc"
+        .globl  run_next, run_line, run_from, at_end, skip_token, skip_rest, find_line, find_from, line_number
+        .globl  st_end, st_stop, st_cont, st_run, st_goto, st_gosub, st_return, st_if, st_on, st_rem, st_data
+        .globl  ctl_room, ctl_resume, break_at, goto_line, target, run_statement
+        .text
+
+; Goes on behind a statement.
+run_next:
+        ld      a,(BREAKKEY)
+        or      a
+        jr      nz,run_break
+        ld      a,(de)
+        inc     de
+        or      a
+        jr      z,run_line
+        cp      ':'
+        jr      z,run_statement
+        cp      TK_ELSE                 ; the end of what THEN began
+        jr      z,run_skip
+        cp      TK_QUOTE
+        jr      nz,run_syntax
+run_skip:
+        call    st_rem
+        jr      run_next
+
+; The line at DE (its length byte).
+run_line:
+        ld      a,(de)
+        or      a
+        jr      z,run_end
+        ld      (CURLINE),de
+        inc     de
+        inc     de
+        inc     de
+
+; The statement at DE.
+run_statement:
+        ld      a,(de)
+        inc     de
+        add     a,a
+        jr      nc,run_plain
+        cp      2*(TK_THEN - 0x80)
+        jr      nc,run_syntax
+        ld      c,a
+        ld      b,0
+        ld      hl,statements
+        add     hl,bc
+        ld      a,(hl)
+        inc     hl
+        ld      h,(hl)
+        ld      l,a
+        ld      bc,run_next
+        push    bc
+        jp      (hl)
+
+; No keyword: a variable, a blank, or nothing. A = twice the token.
+run_plain:
+        jr      z,run_empty
+        rrca
+        cp      TK_TEXT
+        jr      nc,run_plain1
+        ld      hl,run_next
+        push    hl
+        jp      st_assign
+run_plain1:
+        cp      ' '
+        jr      z,run_statement
+        cp      ':'
+        jr      nz,run_syntax
+run_empty:
+        dec     de
+        jr      run_next
+
+run_syntax:
+        jp      syntax_error
+
+; The end of the program, or of a direct line.
+run_end:
+        ld      hl,(CURLINE)
+        ld      a,h
+        or      l
+        jp      z,ready
+st_end: ld      hl,0
+        ld      (OLDTEXT),hl
+        jp      ready
+
+; STOP, and the break key: CONT goes on from DE.
+st_stop:
+run_break:
+        call    break_at
+        raise   E_BREAK
+
+; What CONT will need: to go on from DE; nothing in direct mode.
+break_at:
+        ld      hl,(CURLINE)
+        ld      a,h
+        or      l
+        ret     z
+        ld      (OLDLINE),hl
+        ld      (OLDTEXT),de
+        ret
+
+; CONT: behind the statement, or with the one that was broken off.
+st_cont:
+        ld      hl,(OLDTEXT)
+        ld      a,h
+        or      l
+        jr      z,cont_not
+        ex      de,hl
+        ld      hl,(OLDLINE)
+        ld      (CURLINE),hl
+        call    at_end
+        ret     z
+        pop     hl
+        jp      run_statement
+cont_not:
+        raise   E_CONT
+
+; RUN [line]
+st_run: call    clear
+        ld      a,(de)
+        cp      TK_LINE
+        jr      z,st_goto
+        call    at_end
+        jr      nz,run_syntax
+run_from:
+        ld      de,(PROGSTART)
+        dec     de
+        ret
+
+; GOTO line. The byte in front of a line is the 0 of the one before.
+st_goto:
+        call    line_number
+goto_line:
+        call    target
+        ex      de,hl
+        dec     de
+        ret
+
+; The line number at DE: HL, DE behind it.
+line_number:
+        ld      a,(de)
+        cp      TK_LINE
+        jr      nz,run_syntax
+        inc     de
+        ex      de,hl
+        ld      e,(hl)
+        inc     hl
+        ld      d,(hl)
+        inc     hl
+        ex      de,hl
+        ret
+
+; HL = address of the line with number HL, else error. Searched from the present line on if it can be there.
+; Changes A, BC, DE.
+target: ex      de,hl
+        ld      hl,(CURLINE)
+        ld      a,h
+        or      l
+        jr      z,target1
+        inc     hl
+        ld      a,(hl)
+        inc     hl
+        sub     e
+        ld      a,(hl)
+        sbc     a,d
+        dec     hl
+        dec     hl
+        jr      c,target2
+target1:
+        ld      hl,(PROGSTART)
+target2:
+        call    find_from
+        ret     z
+        raise   E_LINE
+
+; HL = first line with a number of at least DE, Z if it is DE's; or the end of the program, NZ. Changes A, BC.
+find_line:
+        ld      hl,(PROGSTART)
+; The same from line HL on.
+find_from:
+        ld      b,0
+from1:  ld      a,(hl)
+        or      a
+        jr      z,from_end
+        ld      c,a
+        inc     hl
+        ld      a,(hl)
+        inc     hl
+        sub     e
+        ld      a,(hl)
+        sbc     a,d
+        jr      nc,from2
+        dec     hl
+        dec     hl
+        add     hl,bc
+        jr      from1
+from2:  ld      a,(hl)
+        xor     d
+        ld      c,a
+        dec     hl
+        ld      a,(hl)
+        xor     e
+        or      c
+        dec     hl
+        ret
+from_end:
+        inc     a
+        ret
+
+; GOSUB line
+st_gosub:
+        call    line_number
+gosub_line:
+        push    hl
+        ld      a,CTL_GOSUB
+        call    ctl_room
+        ld      (hl),e
+        inc     hl
+        ld      (hl),d
+        inc     hl
+        ld      bc,(CURLINE)
+        ld      (hl),c
+        inc     hl
+        ld      (hl),b
+        inc     hl
+        ld      (hl),CTL_GOSUB
+        inc     hl
+        ld      (CSP),hl
+        pop     hl
+        jr      goto_line
+
+; Room for A bytes on the control stack, else error: HL = CSP. Keeps BC, DE.
+ctl_room:
+        push    de
+        ld      hl,(CSP)
+        ld      e,a
+        ld      d,0
+        add     hl,de
+        ld      de,CTL_SPACE
+        add     hl,de
+        or      a
+        sbc     hl,sp
+        jr      nc,ctl_full
+        pop     de
+        ld      hl,(CSP)
+        ret
+ctl_full:
+        jp      memory_error
+
+; RETURN: loops begun in the subroutine are forgotten.
+st_return:
+        ld      hl,(CSP)
+        dec     hl
+        ld      a,(hl)
+        or      a
+        jr      z,return_none
+        inc     hl
+        ld      c,a
+        ld      b,0
+        sbc     hl,bc
+        ld      (CSP),hl
+        cp      CTL_GOSUB
+        jr      nz,st_return
+        ld      e,(hl)
+        inc     hl
+        ld      d,(hl)
+        inc     hl
+        ld      a,(hl)
+        inc     hl
+        ld      h,(hl)
+        ld      l,a
+        ld      (CURLINE),hl
+        ret
+return_none:
+        raise   E_RETURN
+
+; DE and CURLINE from the record that ends at IX.
+ctl_resume:
+        ld      e,(ix-5)
+        ld      d,(ix-4)
+        ld      l,(ix-3)
+        ld      h,(ix-2)
+        ld      (CURLINE),hl
+        ret
+
+; IF condition THEN line or statements [ELSE line or statements]; IF condition GOTO line ...
+st_if:  call    eval_num
+        ld      a,(de)
+        cp      TK_GOTO
+        jr      z,if_test
+        cp      TK_THEN
+        jr      nz,if_syntax
+        inc     de
+if_test:
+        call    facc_test
+        jr      z,if_else
+if_do:  ld      a,(de)
+        cp      TK_LINE
+        jp      z,st_goto
+        pop     hl
+        jp      run_statement
+
+; False: behind the ELSE that belongs to it, or to the end of the line.
+if_else:
+        ld      b,1
+else1:  call    skip_token
+        cp      TK_IF
+        jr      nz,else2
+        inc     b
+else2:  cp      TK_ELSE
+        jr      nz,else3
+        djnz    else1
+        jr      if_do
+else3:  or      a
+        jr      nz,else1
+        dec     de
+        ret
+if_syntax:
+        jp      syntax_error
+
+; ON number GOTO or GOSUB line, ...: the next statement if there is no such.
+st_on:  call    eval_byte
+        ld      c,a
+        ld      a,(de)
+        inc     de
+        cp      TK_GOTO
+        jr      z,on1
+        cp      TK_GOSUB
+        jr      nz,if_syntax
+on1:    ld      b,a
+        push    bc
+        ld      ix,0                    ; no line chosen
+on2:    call    line_number
+        dec     c
+        jr      nz,on3
+        push    hl
+        pop     ix
+        inc     b                       ; chosen
+on3:    ld      a,(de)
+        inc     de
+        cp      ','
+        jr      z,on2
+        dec     de
+        pop     af                      ; A = GOTO or GOSUB
+        cp      b
+        ret     z
+        push    ix
+        pop     hl
+        cp      TK_GOTO
+        jp      z,goto_line
+        jp      gosub_line
+
+; Remarks, DATA and ELSE have nothing to do.
+st_rem: dec     de                      ; seen from the keyword on
+; DE to the 0 at the end of the line. Changes A, HL.
+skip_rest:
+        call    skip_token
+        or      a
+        jr      nz,skip_rest
+        dec     de
+        ret
+st_data:
+        dec     de
+
+; The token at DE: A, and DE behind all that belongs to it. Changes HL.
+skip_token:
+        ld      a,(de)
+        inc     de
+        cp      TK_DATA
+        jr      nc,skip_text
+        cp      TK_SMALL
+        ret     nc
+        or      a
+        ret     z
+        cp      TK_TEXT
+        jr      c,skip_variable
+        ld      hl,1
+        jr      z,skip_constant
+        inc     hl
+        cp      TK_NUM
+        jr      nz,skip_bytes
+        ld      l,6
+skip_bytes:
+        add     hl,de
+        ex      de,hl
+        ret
+skip_constant:
+        ex      de,hl
+        ld      e,(hl)
+        ld      d,0
+        inc     hl
+        add     hl,de
+        ex      de,hl
+        ret
+skip_variable:
+        ld      h,a
+skip1:  ld      a,(de)
+        inc     de
+        add     a,a
+        jr      nc,skip1
+        ld      a,h
+        ret
+; Texts without tokens: DATA to a colon outside quotes, remarks to the end of the line.
+skip_text:
+        cp      TK_QUOTE + 1
+        ret     nc
+        ld      h,a
+        ld      l,0
+skip2:  ld      a,(de)
+        or      a
+        jr      z,skip4
+        inc     de
+        cp      '"'
+        jr      nz,skip3
+        inc     l
+skip3:  cp      ':'
+        jr      nz,skip2
+        bit     0,l
+        jr      nz,skip2
+        ld      a,h
+        cp      TK_DATA
+        jr      nz,skip2
+        dec     de
+skip4:  ld      a,h
+        ret
+
+; Z when the statement ends at DE. Changes A.
+at_end: ld      a,(de)
+        or      a
+        ret     z
+        cp      ':'
+        ret     z
+        cp      TK_QUOTE
+        ret     z
+        cp      TK_ELSE
+        ret
+
+; Statements in the order of their tokens, from 0x80.
+statements:
+        .word   st_end, st_for, st_next, st_dim, st_read, st_input, st_let, st_if
+        .word   st_return, st_stop, st_on, st_print, st_cont, st_new, st_clear, st_while
+        .word   st_wend, st_renum, st_cls, st_graphics, st_ink, st_paper, st_palette, st_border
+        .word   st_plot, st_draw, st_circle, st_paint, st_locate, st_sound, st_beep, st_poke
+        .word   st_out, st_call, st_load, st_save, st_verify, st_data, st_rem, st_rem
+        .word   st_goto, st_gosub, st_run, st_restore, st_list, st_delete, st_rem

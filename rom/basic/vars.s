@@ -1,0 +1,549 @@
+; Variables: found by name, made, arrays, all cleared.
+;
+; They stand behind the program in the order of their making and never move. A numeric variable of one letter
+; is just its 6 bytes, reached through LETTERS. Any other has a head: link to the next one of the same first
+; letter (word), marker (TK_VNUM ... TK_ASTR), name; then its value: 6 bytes, or a string's length and address,
+; or, of an array, the number of dimensions, the elements of each (words), and the elements, last one fastest.
+        .include "memory.inc"
+        .include "errors.inc"
+        .include "basic.inc"
+        .globl  clear, find_var, simple_num, lvalue, array_element, st_dim, st_clear, st_assign, st_let
+        .globl  need_memory, memory_error, skip_name
+        .text
+
+; No variables, strings, loops, subroutines; DATA from the start; CONT impossible. Changes all but DE.
+clear:  ld      hl,(PROGEND)
+        ld      (ENDCOPY),hl
+        ld      (VAREND),hl
+        ld      hl,(RAMTOP)
+        ld      (HEAPLOW),hl
+        ld      hl,LETTERS + 2*'A'
+        call    clear_table
+        ld      hl,CHAINS + 2*'A'
+        call    clear_table
+        ld      h,a
+        ld      l,a
+        ld      (OLDTEXT),hl
+        ld      (TEMPLEN),a
+        ld      (SLEN),a
+        ld      hl,(PROGSTART)
+        dec     hl
+        ld      (hl),a                  ; as if a line ended there
+        ld      (DATAPTR),hl
+        ld      hl,PENDING
+        ld      (STRTOP),hl
+        ld      hl,STACKLOW
+        ld      (hl),a                  ; no record
+        inc     hl
+        ld      (CSP),hl
+        ret
+clear_table:
+        ld      b,52
+        xor     a
+clear1: ld      (hl),a
+        inc     hl
+        djnz    clear1
+        ret
+
+; CLEAR [address]: the address becomes the end of BASIC's memory.
+st_clear:
+        call    at_end
+        jr      z,clear
+        int_arg
+        push    hl
+        ld      bc,(PROGEND)
+        inc     b                       ; at least 256 bytes
+        or      a
+        sbc     hl,bc
+        jr      c,memory_error
+        pop     hl
+        ld      a,h
+        cp      0xC0
+        jr      nc,memory_error
+        ld      (RAMTOP),hl
+        jr      clear
+
+; Room for BC bytes behind the variables, else error; may move strings. Keeps BC, DE.
+need_memory:
+        call    memory_left
+        ret     nc
+        call    collect
+        call    memory_left
+        ret     nc
+memory_error:
+        raise   E_MEMORY
+; CF = 1 if BC bytes and a few more don't fit.
+memory_left:
+        ld      hl,(VAREND)
+        add     hl,bc
+        ret     c
+        push    bc
+        ld      bc,MEM_SPACE
+        add     hl,bc
+        ld      b,h
+        ld      c,l
+        ld      hl,(HEAPLOW)
+        or      a
+        sbc     hl,bc
+        pop     bc
+        ret
+
+; C = marker, DE = name. HL = value and CF = 0, DE behind the name; or CF = 1, DE kept. Keeps BC.
+find_var:
+        ld      a,(de)
+        add     a,a
+        ld      l,a
+        ld      h,CHAINS >> 8
+find1:  ld      a,(hl)
+        inc     hl
+        ld      h,(hl)
+        ld      l,a
+        or      h
+        jr      z,find_none
+        push    hl
+        inc     hl
+        inc     hl
+        ld      a,(hl)
+        cp      c
+        jr      nz,find3
+        push    de
+find2:  inc     hl
+        ld      a,(de)
+        cp      (hl)
+        jr      nz,find_differs
+        inc     de
+        add     a,a                     ; the last character
+        jr      nc,find2
+        pop     af
+        pop     af
+        inc     hl
+        or      a
+        ret
+find_differs:
+        pop     de
+find3:  pop     hl
+        jr      find1
+find_none:
+        scf
+        ret
+
+; A new variable at VAREND with its head, BC = size of its value, all 0; HL = value. A = marker, DE = name,
+; behind it on return. Changes A, BC.
+make_var:
+        push    af
+        push    de
+        push    bc
+        inc     bc
+        inc     bc
+        inc     bc
+make1:  inc     bc                      ; and the name
+        ld      a,(de)
+        inc     de
+        add     a,a
+        jr      nc,make1
+        call    need_memory
+        pop     bc
+        pop     de
+        ld      a,(de)                  ; first of its chain
+        add     a,a
+        push    bc
+        ld      c,a
+        ld      b,CHAINS >> 8
+        ld      hl,(VAREND)
+        ld      a,(bc)
+        ld      (hl),a
+        ld      a,l
+        ld      (bc),a
+        inc     hl
+        inc     bc
+        ld      a,(bc)
+        ld      (hl),a
+        dec     hl
+        ld      a,h
+        ld      (bc),a
+        inc     hl
+        inc     hl
+        pop     bc
+        pop     af
+        ld      (hl),a
+make2:  inc     hl
+        ld      a,(de)
+        ld      (hl),a
+        inc     de
+        add     a,a
+        jr      nc,make2
+        inc     hl
+; BC bytes of 0 from HL to be the variables' last. Keeps DE, HL.
+zero_memory:
+        push    hl
+        push    de
+        ld      d,h
+        ld      e,l
+        inc     de
+        ld      (hl),0
+        dec     bc
+        ld      a,b
+        or      c
+        jr      z,zero1
+        ldir
+zero1:  ld      (VAREND),de
+        pop     de
+        pop     hl
+        ret
+
+; Value HL of the numeric variable whose name is at DE, made if it was not there. DE behind the name.
+; Changes A, BC.
+simple_num:
+        ld      a,(de)
+        add     a,a
+        jr      nc,simple_long
+        inc     de
+        ld      l,a
+        ld      h,LETTERS >> 8
+        ld      a,(hl)
+        inc     hl
+        ld      h,(hl)
+        ld      l,a
+        or      h
+        ret     nz
+        ld      bc,6
+        call    need_memory
+        ld      hl,(VAREND)
+        dec     de
+        ld      a,(de)
+        inc     de
+        add     a,a
+        push    de
+        ld      e,a
+        ld      d,LETTERS >> 8
+        ld      a,l
+        ld      (de),a
+        inc     de
+        ld      a,h
+        ld      (de),a
+        pop     de
+        jr      zero_memory
+simple_long:
+        ld      c,TK_VNUM
+        call    find_var
+        ret     nc
+        ld      bc,6
+        ld      a,TK_VNUM
+        jr      make_var
+
+; The variable or array element at DE (marker) to be given a value: HL = its address, CF = 1 if numeric.
+; Made if it was not there. Changes A, BC.
+lvalue: ld      a,(de)
+        inc     de
+        cp      TK_VSTR
+        jr      z,lvalue_str
+        jr      c,lvalue_num
+        cp      TK_TEXT
+        jr      nc,lvalue_bad
+        ld      c,a
+        push    bc
+        call    array_element
+        pop     bc
+        ld      a,c
+        cp      TK_ASTR
+        ret
+lvalue_str:
+        ld      c,a
+        call    find_var
+        ret     nc
+        ld      bc,3
+        ld      a,TK_VSTR
+        call    make_var
+        or      a
+        ret
+lvalue_num:
+        or      a
+        jr      z,lvalue_bad
+        call    simple_num
+        scf
+        ret
+lvalue_bad:
+        jp      syntax_error
+
+; [LET] variable = value. The most frequent case, a numeric variable, goes first.
+st_let: ld      a,(de)
+        inc     de
+; A = marker.
+st_assign:
+        dec     a
+        jr      nz,assign_other
+        call    simple_num
+        ld      a,(de)
+        cp      TK_EQ
+        jr      nz,lvalue_bad
+        inc     de
+        push    hl
+        call    eval
+        jr      nc,assign_type
+assign_num:
+        pop     hl
+        jp      num_store
+assign_other:
+        dec     de
+        call    lvalue
+        push    hl
+        push    af
+        expect  TK_EQ
+        call    eval
+        jr      c,assign1
+        pop     af
+        jr      c,assign_type
+        pop     hl
+        jp      str_assign
+assign1:
+        pop     af
+        jr      c,assign_num
+assign_type:
+        jp      type_error
+
+; C = marker of an array, DE = its name. HL = address of the element, DE behind the closing bracket. An array
+; that is not there gets elements 0 to 10 in each dimension. Changes everything.
+array_element:
+        push    bc
+        call    find_var
+        jr      nc,element1
+        push    de
+        call    count_subscripts        ; A
+        pop     de
+        pop     bc
+        push    bc
+        ld      b,a
+        ld      hl,DIMSIZES
+        push    bc
+auto1:  ld      (hl),11
+        inc     hl
+        ld      (hl),0
+        inc     hl
+        djnz    auto1
+        pop     bc
+        call    make_array
+element1:
+        ld      b,(hl)                  ; dimensions
+        inc     hl
+        push    hl
+        ld      hl,0
+element2:
+        push    hl                      ; stack: number so far, next dimension
+        push    bc
+        call    eval_index
+        ld      (INDEX),hl
+        ld      (SCANTEXT),de
+        pop     bc
+        pop     de
+        pop     hl
+        ld      a,d
+        or      e
+        call    nz,times
+        push    de
+        ld      e,(hl)
+        inc     hl
+        ld      d,(hl)
+        inc     hl
+        push    hl
+        ld      hl,(INDEX)
+        or      a
+        sbc     hl,de
+        jr      nc,element_bad
+        ld      de,(INDEX)
+        pop     hl
+        ex      (sp),hl
+        add     hl,de                   ; number*elements + index; stack: next dimension
+        ld      de,(SCANTEXT)
+        ld      a,(de)
+        inc     de
+        djnz    element3
+        cp      ')'
+        jr      nz,element_bad
+        ld      b,h
+        ld      c,l
+        add     hl,hl
+        add     hl,bc
+        pop     bc                      ; the elements
+        ex      (sp),hl
+        ld      a,l                     ; marker
+        pop     hl
+        cp      TK_ASTR
+        jr      z,element4
+        add     hl,hl
+element4:
+        add     hl,bc
+        ret
+element3:
+        cp      ','
+        jr      z,element2
+element_bad:
+        raise   E_SUBSCRIPT
+
+; A = number of subscripts of the array whose name is at DE. Changes everything.
+count_subscripts:
+        call    skip_name
+        ld      bc,0x0100               ; B count, C depth of brackets
+count1: call    skip_token
+        or      a
+        jp      z,syntax_error
+        cp      TK_TEXT
+        jr      nc,count2
+        cp      TK_ANUM
+        jr      nc,count_open
+        jr      count1
+count2: cp      '('
+        jr      z,count_open
+        cp      ')'
+        jr      z,count_close
+        cp      ','
+        jr      nz,count1
+        ld      a,c
+        or      a
+        jr      nz,count1
+        inc     b
+        jr      count1
+count_open:
+        inc     c
+        jr      count1
+count_close:
+        dec     c
+        jp      p,count1
+        ld      a,b
+        cp      DIMMAX + 1
+        ret     c
+        jr      element_bad
+
+; DE behind the name at DE. Changes A.
+skip_name:
+        ld      a,(de)
+        inc     de
+        add     a,a
+        jr      nc,skip_name
+        ret
+
+; DE = DE * word at HL, CF = 1 if that is above 65535. Keeps BC, HL.
+times:  push    bc
+        push    hl
+        ld      c,(hl)
+        inc     hl
+        ld      b,(hl)
+        ld      hl,0
+        ld      a,16
+times1: add     hl,hl
+        jr      c,times3
+        ex      de,hl
+        add     hl,hl
+        ex      de,hl
+        jr      nc,times2
+        add     hl,bc
+        jr      c,times3
+times2: dec     a
+        jr      nz,times1
+times3: ex      de,hl
+        pop     hl
+        pop     bc
+        ret
+
+; Makes an array: C = marker, DE = name, B = dimensions, DIMSIZES = elements of each. HL = its value, DE behind
+; the name. Changes everything.
+make_array:
+        push    de
+        ld      de,6
+        ld      a,c
+        cp      TK_ANUM
+        jr      z,array1
+        ld      e,3
+array1: ld      hl,DIMSIZES
+        push    bc
+array2: call    times
+        jr      c,array_memory
+        inc     hl
+        inc     hl
+        djnz    array2
+        pop     bc
+        ld      h,0
+        ld      l,b
+        add     hl,hl
+        inc     hl
+        add     hl,de
+        jr      c,array_memory
+        ld      a,h
+        cp      0xC0
+        jr      nc,array_memory
+        pop     de
+        ld      a,b
+        ld      (DIMCOUNT),a
+        ld      a,c
+        ld      b,h
+        ld      c,l
+        call    make_var
+        push    hl
+        push    de
+        ld      a,(DIMCOUNT)
+        ld      (hl),a
+        inc     hl
+        ex      de,hl
+        add     a,a
+        ld      c,a
+        ld      b,0
+        ld      hl,DIMSIZES
+        ldir
+        pop     de
+        pop     hl
+        ret
+array_memory:
+        jp      memory_error
+
+; DIM array(largest subscript, ...), ...
+st_dim: ld      a,(de)
+        inc     de
+        cp      TK_ANUM
+        jr      z,dim1
+        cp      TK_ASTR
+        jr      nz,dim_syntax
+dim1:   ld      c,a
+        push    de
+        call    find_var
+        jr      nc,dim_again
+        call    skip_name
+        ld      b,0
+dim2:   push    bc
+        call    eval_index
+        pop     bc
+        inc     hl                      ; 0 is an element too
+        push    hl
+        inc     b
+        ld      a,(de)
+        inc     de
+        cp      ','
+        jr      z,dim2
+        cp      ')'
+        jr      nz,dim_syntax
+        ld      a,b
+        cp      DIMMAX + 1
+        jp      nc,element_bad
+        ld      (SCANTEXT),de
+        ld      hl,DIMSIZES
+        add     a,a
+        add     a,l
+        ld      l,a
+        ld      (INDEX),bc
+dim3:   pop     de
+        dec     hl
+        ld      (hl),d
+        dec     hl
+        ld      (hl),e
+        djnz    dim3
+        ld      bc,(INDEX)
+        pop     de
+        call    make_array
+        ld      de,(SCANTEXT)
+        ld      a,(de)
+        cp      ','
+        ret     nz
+        inc     de
+        jr      st_dim
+dim_syntax:
+        jp      syntax_error
+dim_again:
+        raise   E_REDIM
