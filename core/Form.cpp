@@ -24,7 +24,8 @@ std::span<const Form> Forms() {
   static const std::array forms{
       Form{"TScreen", TScreenControls()}, Form{"CPUmon", CPUmonControls()},
       Form{"TVCmon", TVCmonControls()},   Form{"ErrorSim", ErrorSimControls()},
-      Form{"TPrint", TPrintControls()},
+      Form{"TPrint", TPrintControls()},   Form{"TTools", TToolsControls()},
+      Form{"TTape", TTapeControls()},     Form{"FDXF", FDXFControls()},
   };
   return forms;
 }

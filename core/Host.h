@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace quoll {
@@ -14,6 +15,15 @@ enum class MessageIcon { None, Exclamation, Stop };
 // Thrown when the machine ends the program: a wrong prefix, a write into a card's window, a missing
 // ROM. The message has been shown by then; whoever owns the machine closes down.
 struct ProgramEnd {};
+
+// What the sound output is asked for.
+struct SoundFormat {
+  int32_t SamplesPerSec;
+  int16_t BitsPerSample;
+  int16_t Channels;
+  int32_t HalfBufferSize;         // bytes of a half of its buffer; 0 or less: 4410
+  std::string_view DeviceGuid{};  // a device's name, empty for the first one
+};
 
 struct Host {
   virtual ~Host() = default;
@@ -29,6 +39,13 @@ struct Host {
   virtual void WaitForBlock(Machine&);
   // Called with the block of five frames as soon as it is mixed.
   virtual void BlockMixed(Machine&) {}
+
+  // The sound output: a buffer of two halves that plays in a loop and asks for each half anew when the other
+  // one begins, by DirectSoundPlay_NeedWavData. InitializeSound makes it, in the place of one that is there;
+  // it returns what went wrong, empty for nothing. The others return true.
+  virtual std::string InitializeSound(const SoundFormat& /*format*/) { return {}; }
+  virtual bool SoundPlay() { return true; }
+  virtual bool SoundStop() { return true; }
 
   // Milliseconds since some fixed moment; wraps at 32 bits.
   virtual uint32_t TickCount() { return 0; }

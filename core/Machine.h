@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "cards/Printer.h"
+#include "cards/Tools.h"
 #include "core/Host.h"
 #include "core/Memory.h"
 #include "core/Random.h"
@@ -23,7 +24,9 @@
 #include "display/Refresh.h"
 #include "display/TScreen.h"
 #include "display/Windows.h"
+#include "media/TTape.h"
 #include "media/Tape.h"
+#include "sound/FDXF.h"
 #include "sound/Mixer.h"
 #include "sound/Tone.h"
 #include "z80/Z80State.h"
@@ -66,8 +69,11 @@ struct Machine {
   Windows windows;
   CPUmon cpumon;
   TVCmon tvcmon;
+  TTape ttape;
+  FDXF fdxf;
   ErrorSim errorsim;
   TPrint printer;
+  TTools tools;
 };
 
 // Shows a message box with the stop icon, then ends the program by throwing ProgramEnd.

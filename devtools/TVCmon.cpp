@@ -1,8 +1,10 @@
 #include "devtools/TVCmon.h"
 
 #include <array>
+#include <cstdio>
 
 #include "core/Machine.h"
+#include "core/Ports.h"
 
 namespace quoll {
 
@@ -24,6 +26,21 @@ constexpr std::array kControls{
 };
 
 }  // namespace
+
+SoundFields ReadSoundFields(const Machine& m) {
+  const PortBytes& ports = m.PortShadow;
+  std::array<char, 8> pitch{};
+  std::snprintf(pitch.data(), pitch.size(), "%03X", static_cast<unsigned>((ports[5] & 15) * 256 + ports[4]));
+  SoundFields fields;
+  fields.SoundIT = (ports[5] & 0x20) != 0 ? "1" : "0";
+  fields.Pitch = pitch.data();
+  fields.Volume = std::to_string((ports[6] >> 2) & 15);
+  fields.OutEnable = (ports[5] & 0x10) != 0 ? "1" : "0";
+  fields.Counter = std::to_string(m.run.ToneItCounter);
+  fields.irq = (ports[kStatusPort] & kCursorToneFlag) == 0;
+  fields.active = ToneIsOn(ports);
+  return fields;
+}
 
 std::span<const Control> TVCmonControls() { return kControls; }
 

@@ -20,7 +20,8 @@ void SavePanelCAS(Machine& m, const std::string& file) {
   SaveCAS(m, file, range.s, range.e);
 }
 
-// Each of these tells the user itself when a file can't be used.
+// The panel makes sure that a file to be opened is there. What else can go wrong is told by these; a cassette
+// file that can't be read only sets the pointers.
 constexpr std::array kActions{
     FileAction{kOpenCaption, kCasPattern, [](Machine& m, const std::string& file) { LoadCAS(m, file); }},
     FileAction{kSaveCaption, kCasPattern, SavePanelCAS},
@@ -62,6 +63,12 @@ bool ShowsCasBoxes(const FilePanel& panel) {
   return panel.caption == kSaveCaption && panel.pattern == kCasPattern;
 }
 
+void ChoosePattern(Machine& m, const std::string& pattern) {
+  if (pattern == m.panel.pattern || FindAction(m.panel.caption, pattern) == nullptr) return;
+  m.panel.pattern = pattern;
+  if (ShowsCasBoxes(m.panel)) m.panel.boxes = ReadCasBoxes(m);
+}
+
 std::string FilePanelFile(const FilePanel& panel) {
   if (panel.name.empty()) return {};
   const std::string name = WithExtension(panel.name, Extension(panel.pattern));
@@ -72,6 +79,11 @@ void FilePanelPress(Machine& m) {
   const std::string file = FilePanelFile(m.panel);
   if (file.empty()) {
     m.panel.error = "Choose a file or type its name.";
+    return;
+  }
+  std::error_code unknown;
+  if (m.panel.caption == kOpenCaption && !std::filesystem::exists(file, unknown)) {
+    m.panel.error = "There is no such file.";
     return;
   }
   // Hidden first: a load may serve the user's events before it goes on.

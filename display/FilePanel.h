@@ -42,7 +42,12 @@ bool ShowsCasBoxes(const FilePanel& panel);
 // The file that name and folder stand for, the pattern's extension at its end; empty without a name.
 std::string FilePanelFile(const FilePanel& panel);
 
-// The button: does the work on that file and hides the panel. Without a name it stays and says so.
+// The user has changed the pattern. One that belongs to a file action with the panel's caption becomes the
+// panel's: the button then does that. Any other leaves the panel as it is.
+void ChoosePattern(Machine& m, const std::string& pattern);
+
+// The button: does the work on that file and hides the panel. Without a name, or when the file to be opened
+// isn't there, it stays and says so.
 void FilePanelPress(Machine& m);
 
 // Opens a file by its suffix as the panel would, in large or small letters. False for an unknown suffix.

@@ -61,6 +61,7 @@ bool KeyboardPress(Keyboard& keyboard, int32_t keyCode, bool down) {
 }
 
 void picd_KeyDown(Machine& m, int32_t& keyCode, int32_t shift) {
+  m.tools.Text1 = std::to_string(keyCode);
   if (shift == kAltKey) return;  // the host's own: menus, Alt+F4. Alt with Shift or Ctrl is the machine's.
   const int32_t pressed = keyCode;
   keyCode = 0;

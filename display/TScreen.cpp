@@ -133,7 +133,7 @@ constexpr std::array kMenu{
     MenuItem{"File", "xReset", "Reset", nullptr, xReset_Click},
     MenuItem{"File", "xReset2", "Reset2", nullptr, xReset2_Click},
     MenuItem{"Media", "xdiskload", "Disk Load"},
-    MenuItem{"Media", "xTapeLoad", "Tape Load"},
+    MenuItem{"Media", "xTapeLoad", "Tape Load", nullptr, Show<&Windows::TTape>},
     MenuItem{"Options", "xFullsc", "FullScreen", nullptr, Show<&Windows::FScreen>},
     MenuItem{"Options", "xScreenBW", "Screen BW", &TScreen::xScreenBW, Toggle<&TScreen::xScreenBW>},
     MenuItem{"Options", "xScreenDIB", "Screen DIB", &TScreen::xScreenDIB, Toggle<&TScreen::xScreenDIB>},
@@ -151,7 +151,7 @@ constexpr std::array kMenu{
     MenuItem{"Speed", "xS4", "2x", &TScreen::xS4, xS4_Click},
     MenuItem{"Speed", "xS5", "4x", &TScreen::xS5},
     MenuItem{"Speed", "xS6", "Max", &TScreen::xS6, Toggle<&TScreen::xS6>},
-    MenuItem{"View", "xTVCmon", "TVC monitor"},
+    MenuItem{"View", "xTVCmon", "TVC monitor", nullptr, Show<&Windows::TVCmon>},
     MenuItem{"View", "xDebug", "Z80 monitor"},
     MenuItem{"View", "xAsse", "Assembler"},
     MenuItem{"View", "xPrinter", "Printer"},
@@ -164,6 +164,7 @@ constexpr std::array kMenu{
     MenuItem{"View", "xAY3", "AY-3-8910"},
     MenuItem{"View", "xErrorSim", "ErrorSim", nullptr, Show<&Windows::ErrorSim>},
     MenuItem{"View", "xTools", "Tools"},
+    MenuItem{"View", "xSoundOut", "Sound output", nullptr, Show<&Windows::FDXF>},
     MenuItem{"Help", "xHelp", "Help", nullptr, Show<&Windows::Frame2>},
 };
 

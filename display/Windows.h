@@ -13,6 +13,9 @@ struct Windows {
   WindowState Frame2;  // the About panel inside the main window
   WindowState FScreen;
   WindowState ErrorSim;
+  WindowState TTape;
+  WindowState TVCmon;
+  WindowState FDXF;
 };
 
 inline void ShowWindow(WindowState& window) { window = {true, true}; }

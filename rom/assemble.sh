@@ -2,8 +2,8 @@
 # Assembles the ROM images into a folder, without CMake: for trying changes out.
 #   rom/assemble.sh [-u] OUTDIR [SOURCE...]
 # -u: what is not defined yet becomes address 0, after it has been listed, and a source with errors is left
-# out. Listings, objects and the maps go
-# to OUTDIR/obj. Further sources, such as a stand-in for what is missing, are linked behind the ROM's own.
+# out. Listings, objects and the maps go to OUTDIR/obj. Further sources, such as a stand-in for what is
+# missing, are linked behind the ROM's own.
 set -e
 tolerant=
 if [ "$1" = -u ]; then tolerant=1; shift; fi
@@ -87,5 +87,9 @@ for card in hbf sndmx io3; do
   [ $card = io3 ] && size=$((0x2000))
   "$prefix-ld" -e 0 -Ttext 0 -o $card.x $card.o
   "$prefix-objcopy" -O binary -j .text --gap-fill 0xFF --pad-to $size $card.x ../$card.rom
+  [ "$(wc -c <../$card.rom)" = $size ] || { echo "$card.rom: too long" >&2; exit 1; }
 done
-"$prefix-size" -A system22.x | awk '$1 == ".text" {print "system ROM:", $2, "of 16384 bytes"} $1 == ".ext" {print "extension:", $2, "of 8192 bytes"}'
+chmod 644 ../*.rom
+"$prefix-size" -A system22.x | awk '
+  $1 == ".text" {print "system ROM:", $2, "of 16384 bytes"}
+  $1 == ".ext" {print "extension:", $2, "of 8192 bytes"}'

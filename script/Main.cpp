@@ -8,6 +8,7 @@
 #include "core/MachineInit.h"
 #include "core/RunLoop.h"
 #include "script/Script.h"
+#include "sound/WavImage.h"
 
 namespace quoll {
 
@@ -51,6 +52,7 @@ bool BuildMachine(Script& script) {
     MachineInit(script.machine);
     MachineReset(script.machine);
     TapeOpenFirst(script.machine);
+    script.machine.mixer.WavImage = BuildWavImage(1, 22050, 1.0);
     // A frame's time lies between the mark and the first frame end, as between any two.
     SpeedMark(script.machine);
     script.host.PassFrame();

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <vector>
 
 #include "sound/Tone.h"
 
@@ -18,10 +19,13 @@ struct Mixer {
   // Last rendered frame of each chip; the tone generator holds its own.
   FrameSamples SaaOutL{}, SaaOutR{}, SnOut{}, Ym3812Out{}, Ym2413Out{}, SidOut{}, AyOut{};
   // Interleaved left and right bytes, unsigned, silence at 128.
-  std::array<uint8_t, kBlockBytes> BlockBuffer{};
+  std::array<uint8_t, kBlockBytes> BlockBuffer;
   int32_t FrameInBlock = 0;  // frames of the block mixed so far, 0 to 5
   int32_t NeedData = 0;      // 1 = the output has taken the block
 
+  std::vector<uint8_t> WavImage;  // a wave file of silence, made at the start; read by nothing
+
+  Mixer() { BlockBuffer.fill(128); }  // the output may take it before the first frame
   bool operator==(const Mixer&) const = default;
 };
 

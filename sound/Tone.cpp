@@ -55,12 +55,15 @@ void ToneStoreSlot(Tone& tone, int32_t amplitude, int32_t frameClock) {
   tone.DacSlots[slot] = static_cast<uint8_t>(amplitude + kSlotWritten);
 }
 
+bool ToneIsOn(const PortBytes& ports) {
+  return (ports[5] & kToneEnable) != 0 && Pitch(ports) <= kHighestPitch;
+}
+
 int32_t TonePeriod(const PortBytes& ports) { return (kPitchValues - Pitch(ports)) * 16; }
 
 void ToneFrame(Tone& tone, const PortBytes& ports) {
-  const int pitch = Pitch(ports);
-  if ((ports[5] & kToneEnable) != 0 && pitch <= kHighestPitch) {
-    RenderTone(tone, pitch, Amplitude(ports[6]));
+  if (ToneIsOn(ports)) {
+    RenderTone(tone, Pitch(ports), Amplitude(ports[6]));
   } else {
     RenderSlots(tone);
   }

@@ -31,6 +31,9 @@ void ToneWriteSlot(Tone& tone, int32_t value, int32_t frameClock);
 // A write by something else that is heard, the tape for one: amplitude 0 to 15 in the time's slot.
 void ToneStoreSlot(Tone& tone, int32_t amplitude, int32_t frameClock);
 
+// The tone is switched on and its pitch is one that it can make; otherwise the slots are heard.
+bool ToneIsOn(const PortBytes& ports);
+
 // T-states of a full tone period, from the pitch in ports 4 and 5: 16 to 65536.
 int32_t TonePeriod(const PortBytes& ports);
 

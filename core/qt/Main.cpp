@@ -5,10 +5,14 @@
 
 #include "core/Machine.h"
 #include "core/MachineInit.h"
+#include "core/qt/FormWindow.h"
+#include "core/qt/FormWindows.h"
 #include "core/qt/ProgramFolder.h"
 #include "core/qt/QtHost.h"
 #include "core/qt/SingleInstance.h"
 #include "display/qt/MainWindow.h"
+#include "sound/WavImage.h"
+#include "sound/sdl/frmDX_Play.h"
 
 namespace quoll {
 
@@ -18,6 +22,14 @@ namespace {
 [[noreturn]] void RunMachine(QtHost& host, Machine& m) {
   MachineInit(m);
   MachineReset(m);
+  TapeOpenFirst(m);
+  m.mixer.WavImage = BuildWavImage(1, 22050, 1.0);
+  if (SoundDeviceOpens()) {
+    host.EnableTimer2(false);
+    DXinit(m);
+  } else {
+    m.screen.Label1 = "No sound device: paced by the clock";
+  }
   CPUmon_Command1_Click(m);
   host.ServeUntilEnd(m);
 }
@@ -38,14 +50,17 @@ int Main(QtHost& host) {
   machine->programFolder = ProgramFolder();
 
   MainWindow window(host, *machine);
+  const auto formWindows = MakeFormWindows(host, *machine);
   host.messageParent = &window;
   machine->screen.Caption = "QUOLLEMU";
   window.Pull(*machine);
   window.show();
+  window.activateWindow();
   try {
     host.Pump(*machine);  // the form stands before the machine exists
     RunMachine(host, *machine);
   } catch (const ProgramEnd&) {
+    host.SoundStop();
     return host.ClosedByUser() ? kOk : kFailed;
   } catch (const std::exception& error) {
     host.MessageBox(error.what(), "QUOLLEMU", MessageIcon::Stop);

@@ -2,6 +2,7 @@
 // time, and errors that come up while Qt delivers an event are carried past Qt to the run loop.
 #pragma once
 
+#include <QSocketNotifier>
 #include <QTimer>
 #include <chrono>
 #include <exception>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include "core/Host.h"
+#include "sound/sdl/frmDX_Play.h"
 
 class QWidget;
 
@@ -28,14 +30,23 @@ class QtHost : public Host {
 
   void Pump(Machine& m) override;
   void Stalled(Machine& m) override;
-  // Waits until the present frame's 20 ms are over, unless "Max" speed is chosen. Windows are served
-  // meanwhile. A host that has fallen behind by more than a block starts counting anew.
+  // Spreads the frames of a block over its 100 ms: waits until the next frame is due, unless "Max" speed is
+  // chosen or the output has the next block waiting. Windows are served meanwhile.
   void FrameEnded(Machine& m) override;
-  // Without a sound device the clock asks for the block: when its last frame is over.
+  // Sleeps until the sound output, or Timer2, has asked for the block. Windows are served meanwhile; only the
+  // end of the program breaks it off.
   void WaitForBlock(Machine& m) override;
 
-  // Milliseconds at the start of the present frame while frames are paced, the clock itself otherwise. So
-  // frames that are 20 ms apart count as 20 ms apart, however long their windows took to paint.
+  std::string InitializeSound(const SoundFormat& format) override;
+  bool SoundPlay() override;
+  bool SoundStop() override;
+
+  // The main window's timer, which asks for a block every 100 ms by the clock: for machines without a sound
+  // device. It runs from the start.
+  void EnableTimer2(bool enabled) { timer2 = enabled; }
+
+  // Milliseconds. A frame that begins when it is due counts as 20 ms after the last one, however long the
+  // windows took to paint and however the output's clock differs; otherwise the clock itself counts.
   uint32_t TickCount() override;
   int64_t PerformanceCounter() override;    // nanoseconds
   int64_t PerformanceFrequency() override;  // 1000 million
@@ -74,19 +85,29 @@ class QtHost : public Host {
  private:
   void Keep(std::exception_ptr error);
   void Rethrow();
-  void WaitUntil(Machine& m, Clock::time_point moment);
-  void BeginFrame(bool paced);
+  void Serve(Machine& m);
+  void ServeTimer2(Machine& m);
+  void Sleep(Machine& m, Clock::time_point moment);
+  void BeginBlock(Clock::time_point moment);
+  Clock::time_point FrameDue(const Machine& m) const;
+  void BeginFrame(bool onTime);
 
   std::vector<RecordView*> views;
   std::exception_ptr pending;
   bool closed = false;
 
+  frmDX_Play sound;
+  QSocketNotifier soundWake;  // a half of the sound buffer has begun
+  bool timer2 = true;
+  Clock::time_point timer2Due{};  // its next tick; the clock's start while it has not begun
+
   QTimer wake;  // ends a wait for events
   Clock::time_point lastPump{};
-  Clock::time_point frameDue{};    // when the present frame's time is over
-  Clock::time_point frameStart{};  // when it began, on the even grid if the host keeps up
-  bool pacing = false;
-  Clock::time_point lastTick{};  // the tick clock never goes back
+  Clock::time_point blockStart{};  // when the output asked for the block before the present one, smoothed
+  Clock::duration blockLength{std::chrono::milliseconds(100)};  // by the output's clock, smoothed
+  bool frameOnTime = false;                                     // the present frame began when it was due
+  Clock::duration tick{};                                       // what TickCount gives
+  Clock::time_point tickTaken{};                                // when that was
 };
 
 }  // namespace quoll

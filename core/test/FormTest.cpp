@@ -17,7 +17,8 @@ TEST(Form, AllFormsAreThere) {
     names.emplace_back(form.name);
     EXPECT_FALSE(form.controls.empty()) << form.name;
   }
-  EXPECT_EQ(names, (std::vector<std::string>{"TScreen", "CPUmon", "TVCmon", "ErrorSim", "TPrint"}));
+  EXPECT_EQ(names, (std::vector<std::string>{"TScreen", "CPUmon", "TVCmon", "ErrorSim", "TPrint", "TTools",
+                                             "TTape", "FDXF"}));
 }
 
 TEST(Form, NamesAreUniqueAndFound) {

@@ -1,5 +1,6 @@
 #include "display/qt/FilePanelFrame.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFormLayout>
 #include <QLabel>
@@ -45,7 +46,10 @@ FilePanelFrame::FilePanelFrame(QtHost& hostOfWindow, Machine& machineOfWindow, Q
 
   auto* column = new QVBoxLayout(this);
   column->addWidget(title);
-  column->addWidget(path);
+  auto* place = new QHBoxLayout;
+  place->addWidget(new QLabel(tr("location"), this));
+  place->addWidget(path, 1);
+  column->addLayout(place);
   column->addWidget(folders);
   column->addWidget(files, 1);
   auto* form = new QFormLayout;
@@ -76,16 +80,7 @@ void FilePanelFrame::BuildLists() {
   folders->setWrapping(false);
   folders->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   folders->setFixedHeight(2 * fontMetrics().height() + style()->pixelMetric(QStyle::PM_ScrollBarExtent));
-  // Queued: the list is filled anew, which must not happen under its own event.
-  connect(
-      folders, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) { OpenFolder(item->text()); },
-      Qt::QueuedConnection);
-  connect(
-      folders, &QListWidget::itemActivated, this,
-      [this](QListWidgetItem* item) {
-        if (item->isSelected()) OpenFolder(item->text());
-      },
-      Qt::QueuedConnection);
+  connect(folders, &QListWidget::itemActivated, this, &FilePanelFrame::FolderActivated);
 
   files->setObjectName("File1");
   files->setAccessibleName(tr("Files"));
@@ -116,7 +111,7 @@ void FilePanelFrame::BuildBoxes() {
   pattern = new QLineEdit(this);
   pattern->setObjectName("Text5");
   pattern->setAccessibleName(tr("Pattern of the listed files"));
-  connect(pattern, &QLineEdit::editingFinished, this, [this] { Fill(); });
+  connect(pattern, &QLineEdit::editingFinished, this, [this] { TakePattern(); });
   name = AddBox("Text3", tr("File name"), &m.panel.name);
 
   start = AddBox("Text6", tr("Start address"), &m.panel.boxes.Text6);
@@ -128,6 +123,7 @@ void FilePanelFrame::BuildBoxes() {
   row->addWidget(start);
   row->addWidget(new QLabel(tr("End"), casRow));
   row->addWidget(end);
+  row->addWidget(new QLabel(tr("1720"), casRow));
   row->addWidget(word);
 
   error->setAccessibleName(tr("Error"));
@@ -152,6 +148,26 @@ void FilePanelFrame::Cancel() {
   m.panel.visible = false;
   m.screen.focusPicD = true;
   Pull();
+}
+
+// A pattern that belongs to another kind of file changes what the button does; any other only filters the
+// list.
+void FilePanelFrame::TakePattern() {
+  ChoosePattern(m, pattern->text().toStdString());
+  Fill();
+  Pull();
+}
+
+// The list is filled anew, which must not happen under its own event. Where one click activates, the second
+// click of a double click would walk on to whatever lies under the mouse then.
+void FilePanelFrame::FolderActivated(QListWidgetItem* item) {
+  const bool oneClick =
+      style()->styleHint(QStyle::SH_ItemView_ActivateItemOnSingleClick, nullptr, folders) != 0;
+  if (oneClick && sinceWalk.isValid() && sinceWalk.elapsed() < QApplication::doubleClickInterval()) return;
+  sinceWalk.start();
+  const QString folderName = item->text();
+  QMetaObject::invokeMethod(
+      this, [this, folderName] { OpenFolder(folderName); }, Qt::QueuedConnection);
 }
 
 void FilePanelFrame::OpenFolder(const QString& folderName) {

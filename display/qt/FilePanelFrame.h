@@ -1,6 +1,7 @@
 // Frame1: the file panel of the main window. Shows the record FilePanel and the files there are.
 #pragma once
 
+#include <QElapsedTimer>
 #include <string>
 
 #include "display/qt/Panel.h"
@@ -9,6 +10,7 @@ class QGroupBox;
 class QLabel;
 class QLineEdit;
 class QListWidget;
+class QListWidgetItem;
 class QPushButton;
 
 namespace quoll {
@@ -32,6 +34,8 @@ class FilePanelFrame : public Panel {
   void Fill();
   void ShowBoxes();
   void Press();
+  void TakePattern();
+  void FolderActivated(QListWidgetItem* item);
   void OpenFolder(const QString& name);
 
   QtHost& host;
@@ -47,6 +51,7 @@ class FilePanelFrame : public Panel {
   QLabel* error;
   QPushButton* press;  // Command2
   QPushButton* cancel;
+  QElapsedTimer sinceWalk;
   std::string filled;  // caption, pattern and folder that the lists were filled for
 };
 

@@ -4,6 +4,8 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
+#include <algorithm>
+#include <cstring>
 
 #include "core/Machine.h"
 #include "display/qt/WindowCanvas.h"
@@ -19,15 +21,34 @@ FullPicture::FullPicture(QtHost& hostOfWindow, Machine& machineOfWindow, QWidget
   setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
+// Stretching costs far more than comparing: only the rows that differ are painted.
 void FullPicture::ShowPicture() {
   if (shown == m.picture.shown) return;
   shown = m.picture.shown;
-  update();
+  const QImage now = PictureImage(m.picture);
+  if (now.size() != image.size() || now.format() != image.format() || now.isNull()) {
+    image = now.copy();
+    update();
+    return;
+  }
+  const auto bytes = static_cast<size_t>(now.width() * now.depth() / 8);
+  int first = now.height(), last = -1;
+  for (int row = 0; row < now.height(); ++row) {
+    if (std::memcmp(now.constScanLine(row), image.constScanLine(row), bytes) == 0) continue;
+    std::memcpy(image.scanLine(row), now.constScanLine(row), bytes);
+    first = std::min(first, row);
+    last = row;
+  }
+  if (last < 0) return;
+  // A row more on either side: stretched rows run into their neighbours.
+  const int top = std::max(0, (first - 1) * height() / now.height());
+  const int bottom = std::min(height(), ((last + 2) * height() + now.height() - 1) / now.height());
+  update(0, top, width(), bottom - top);
 }
 
-void FullPicture::paintEvent(QPaintEvent* /*event*/) {
+void FullPicture::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
-  const QImage image = PictureImage(m.picture);
+  painter.setClipRegion(event->region());
   if (image.isNull()) return painter.fillRect(rect(), Qt::black);
   const bool whole = width() % image.width() == 0 && height() % image.height() == 0;
   painter.setRenderHint(QPainter::SmoothPixmapTransform, !whole);

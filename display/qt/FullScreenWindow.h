@@ -1,6 +1,7 @@
 // FScreen: the picture alone, over the whole of the host's screen.
 #pragma once
 
+#include <QImage>
 #include <QWidget>
 #include <cstdint>
 
@@ -31,6 +32,7 @@ class FullPicture : public QWidget {
  private:
   Machine& m;
   MachineKeys keys;
+  QImage image;  // what is shown
   uint32_t shown = 0;
 };
 

@@ -140,10 +140,12 @@ int32_t ByName(int key, bool keypad) {
 
 int32_t ByPosition(ScanCodes codes, uint32_t position, int key) {
   // The 0 is the last of the digits on most layouts, and the first key of the row on the Hungarian one. The
-  // place that it leaves free there is that of OEM_3. Shift must not matter, or a release could miss its
-  // press.
-  if (position == kKeyAfter9) return key == Qt::Key_Odiaeresis ? 0xC0 : '0';
-  if (position == kKeyBefore1) return key == Qt::Key_0 || key == Qt::Key_section ? '0' : 0xC0;
+  // place that it leaves free there is that of OEM_3. All signs of the Hungarian keys count, whatever is
+  // held.
+  if (position == kKeyAfter9)
+    return key == Qt::Key_Odiaeresis || key == Qt::Key_Dead_Doubleacute ? 0xC0 : '0';
+  if (position == kKeyBefore1)
+    return key == Qt::Key_0 || key == Qt::Key_section || key == Qt::Key_notsign ? '0' : 0xC0;
   const auto found = codes == ScanCodes::Windows ? std::ranges::find(kPositions, position, &Position::windows)
                                                  : std::ranges::find(kPositions, position, &Position::kernel);
   return found != kPositions.end() ? found->code : kNoVirtualKey;

@@ -23,13 +23,24 @@ MachineKeys::~MachineKeys() { host.RemoveView(this); }
 
 int64_t MachineKeys::Frame() const { return m.run.TotalCycles / kFrameTStates; }
 
-// A machine that stands still looks at nothing.
+// A machine that stands still looks at nothing. The monitor's "Run" counts frames anew.
 bool MachineKeys::Seen(const Tap& tap) const {
-  return m.run.CpuRunning == 0 || Frame() - tap.pressedAt >= kSeenAfter;
+  const int64_t passed = Frame() - tap.pressedAt;
+  return m.run.CpuRunning == 0 || passed < 0 || passed >= kSeenAfter;
+}
+
+// With AltGr most keys give other signs, and not the same ones at press and release.
+int32_t MachineKeys::KeyOf(const QKeyEvent& event) {
+  const uint32_t place = event.nativeScanCode();
+  if (place == 0 || place >= plainCodes.size()) return VirtualKey(event);
+  int32_t& plain = plainCodes[place];
+  const bool third = event.modifiers().testFlag(Qt::GroupSwitchModifier);
+  if (event.type() == QEvent::KeyPress && !event.isAutoRepeat() && !third) plain = VirtualKey(event);
+  return plain != 0 ? plain : VirtualKey(event);
 }
 
 void MachineKeys::Pressed(QKeyEvent* event) {
-  int32_t keyCode = VirtualKey(*event);
+  int32_t keyCode = KeyOf(*event);
   const int32_t shift = ShiftState(*event);
   if (keyCode >= 0 && keyCode <= 255) {
     Tap& tap = taps[static_cast<size_t>(keyCode)];
@@ -42,7 +53,7 @@ void MachineKeys::Pressed(QKeyEvent* event) {
 
 void MachineKeys::Released(QKeyEvent* event) {
   // X11 tells a held key as up and down again and again; only the last of it is a release.
-  const int32_t keyCode = VirtualKey(*event);
+  const int32_t keyCode = KeyOf(*event);
   if (!event->isAutoRepeat() && keyCode >= 0 && keyCode <= 255) {
     Tap& tap = taps[static_cast<size_t>(keyCode)];
     tap.released = !Seen(tap);

@@ -36,11 +36,15 @@ class MachineKeys : public RecordView {
 
   int64_t Frame() const;
   bool Seen(const Tap& tap) const;
+  // The key that the event is about, whatever sign it gives with the keys held now.
+  int32_t KeyOf(const QKeyEvent& event);
 
   QtHost& host;
   Machine& m;
   std::array<Tap, 256> taps{};  // by virtual key code
-  bool held = false;            // some tap waits for its release
+  // What a place of the host's keyboard gave when it was last pressed without AltGr, by native scan code.
+  std::array<int32_t, 512> plainCodes{};
+  bool held = false;  // some tap waits for its release
 };
 
 // Keeps shortcuts of the host away from keys that are the machine's; true when it did.

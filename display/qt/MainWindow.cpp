@@ -130,12 +130,17 @@ void MainWindow::PullWindows() {
   // The full screen is shown before this window goes, and goes after this one has come back.
   if (m.windows.FScreen.visible && isVisible()) {
     placeBefore = pos();
+    maximisedBefore = isMaximized();
     hide();
   }
   if (!m.windows.FScreen.visible && !isVisible() && fullScreen->HidMain()) {
-    show();
-    // The window manager has looked for a new place, and tells of it only later.
-    QTimer::singleShot(kPlacingTime, this, [this] { move(placeBefore); });
+    if (maximisedBefore) {
+      showMaximized();
+    } else {
+      show();
+      // The window manager has looked for a new place, and tells of it only later.
+      QTimer::singleShot(kPlacingTime, this, [this] { move(placeBefore); });
+    }
     picture->setFocus();
     fullScreen->Leave();
   }

@@ -70,7 +70,8 @@ class MainWindow : public QMainWindow, public RecordView {
     QAction* action;
   };
   std::vector<Entry> entries;
-  QMargins frame;         // for which the outer size was last taken
+  QMargins frame;  // for which the outer size was last taken
+  bool maximisedBefore = false;
   QPoint placeBefore;     // on the screen, before full screen
   QSize sizeTaken{0, 0};  // the size it gave; another one is the user's choice
 };

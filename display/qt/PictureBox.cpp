@@ -14,6 +14,9 @@ namespace {
 // A whole factor is taken if it leaves at most this share of the possible size unused.
 constexpr qreal kUnusedAtMost = 0.15;
 
+// Smaller pictures are averaged: sampled, the gaps between the lines would beat against the rows.
+constexpr qreal kAveragedBelow = 0.75;
+
 }  // namespace
 
 PictureBox::PictureBox(QtHost& hostOfWindow, Machine& machineOfWindow, QWidget* parent)
@@ -86,6 +89,11 @@ void PictureBox::paintEvent(QPaintEvent* event) {
   if (factor == 1.0 && devicePixelRatioF() == 1.0) {
     const QRect dirty = event->rect() & place.toRect();
     painter.drawImage(dirty.topLeft(), canvas.Image(), dirty.translated(-place.topLeft().toPoint()));
+    return;
+  }
+  if (factor < kAveragedBelow) {
+    const QSize size = (place.size() * devicePixelRatioF()).toSize();
+    painter.drawImage(place, canvas.Image().scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
     return;
   }
   painter.setRenderHint(QPainter::SmoothPixmapTransform, factor != std::floor(factor));

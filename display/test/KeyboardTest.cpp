@@ -165,5 +165,14 @@ TEST_F(Keys, F1AndF2ResetTheMachine) {
   ExpectOnly(-1);
 }
 
+TEST_F(Keys, TheToolsWindowShowsTheCode) {
+  Down(0xE2);
+  EXPECT_EQ(m.tools.Text1, "226");
+  Down('A', kAltKey);  // the host's, but shown
+  EXPECT_EQ(m.tools.Text1, "65");
+  picd_KeyUp(m, 0xE2);
+  EXPECT_EQ(m.tools.Text1, "65");
+}
+
 }  // namespace
 }  // namespace quoll

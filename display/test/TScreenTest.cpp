@@ -135,6 +135,7 @@ TEST(Menu, StandsInItsOrder) {
       {"View", "xAY3", "AY-3-8910"},
       {"View", "xErrorSim", "ErrorSim"},
       {"View", "xTools", "Tools"},
+      {"View", "xSoundOut", "Sound output"},
       {"Help", "xHelp", "Help"},
   };
   std::vector<Entry> actual;

@@ -5,8 +5,7 @@
         .include "memory.inc"
         .include "errors.inc"
         .include "basic.inc"
-        .globl  eval, eval_num, eval_str, eval_int, eval_byte, eval_index, facc_int, facc_test
-        .globl  num_store, eval_value, eval_done, eval_text, type_error, syntax_error, expr_room, opt_arg, jump_hl
+        .globl  eval, eval_value, eval_done, eval_text, ev_mixed, type_error, syntax_error, expr_room, jump_hl
         .text
 
 ; The expression at DE, of any type. Changes everything.
@@ -37,7 +36,7 @@ eval_value:
 ev_load:
         ld      a,(hl)
         or      a
-        jr      nz,ev_real
+        jp      nz,ev_real
         inc     hl
         ld      a,(hl)
         inc     hl
@@ -71,44 +70,96 @@ eval_done:
         add     hl,bc
         ld      b,(hl)                  ; what the right operand takes with it
         inc     hl
-        ld      a,(hl)
+        ld      c,(hl)
         inc     hl
-        ld      h,(hl)
-        ld      l,a
-        push    hl                      ; routine
+        ld      a,(FACC)
+        or      a
+        ld      a,(hl)                  ; A, C: routine
+        jr      nz,ev_left_real
+
+; Two integers go a short way; the left one waits as a word.
+        ld      hl,(FACC + 1)
+        push    hl
+        ld      h,a
+        ld      l,c
+        push    hl
+        call    eval_value
+        jp      nc,type_error
+        ld      a,(FACC)
+        or      a
+        jr      nz,ev_right_real
+        ld      bc,(FACC + 1)
+        pop     hl
+        ex      (sp),hl
+        ret                             ; HL = left, BC = right, FACC = right, CF = 0
+
+; The routine for whole numbers sends what it can't do to the one for all, whose address stands in front of it.
+ev_right_real:
+        pop     bc
+        pop     hl
+; HL = left operand, an integer, FACC = right one, BC = routine for integers.
+ev_mixed:
+        push    de
+        push    bc
+        ex      de,hl
+        ld      hl,LEFTNUM
+        ld      (hl),0
+        inc     hl
+        ld      (hl),e
+        inc     hl
+        ld      (hl),d
+        inc     hl
+        ld      (hl),0
+        inc     hl
+        ld      (hl),0
+        inc     hl
+        ld      (hl),0
+        pop     hl
+        ld      de,ev_mixed_back
+        push    de
+        dec     hl
+        ld      d,(hl)
+        dec     hl
+        ld      e,(hl)
+        push    de
+        ld      hl,LEFTNUM
+        ret
+ev_mixed_back:
+        pop     de
+        pop     bc
+        jr      eval_done
+
+ev_left_real:
         ld      hl,(FACC + 4)
         push    hl
         ld      hl,(FACC + 2)
         push    hl
         ld      hl,(FACC)
         push    hl
+        ld      h,a
+        ld      l,c
+        push    hl
         call    eval_value
         jr      nc,type_error
+        pop     hl
+        dec     hl
+        ld      b,(hl)
+        dec     hl
+        ld      c,(hl)                  ; routine
         ld      hl,0
         add     hl,sp                   ; left operand
         push    de
-        ld      bc,ev_back
-        push    bc
-        ld      bc,6
-        ex      de,hl
-        ld      h,d
-        ld      l,e
-        add     hl,bc
-        ld      a,(hl)
-        inc     hl
-        ld      h,(hl)
-        ld      l,a
-        ex      de,hl
+        ld      de,ev_back
         push    de
-        ret                             ; routine with HL = left operand, FACC = right one
+        push    bc
+        ret                             ; the routine with HL = left operand, FACC = right one
 ev_back:
         pop     de
         pop     hl
         pop     hl
         pop     hl
-        pop     hl
         pop     bc
-        jr      eval_done
+        jp      eval_done
 
 ev_real:
         push    de
@@ -118,7 +169,7 @@ ev_real:
         ldir
         pop     bc
         pop     de
-        jr      eval_done
+        jp      eval_done
 
 type_error:
         raise   E_TYPE
@@ -130,13 +181,14 @@ ev_long:
         ld      c,TK_VNUM
         call    find_var
         pop     bc
-        jr      nc,ev_load
+        jp      nc,ev_load
+        call    skip_name
         xor     a
 ; Integer A.
 ev_small:
         ld      l,a
         ld      h,0
-        jr      ev_int
+        jp      ev_int
 
 ; A = token - 1.
 ev_other:
@@ -203,6 +255,7 @@ ev_var: or      a
         call    find_var
         pop     bc
         jr      nc,ev_string
+        call    skip_name
         xor     a
         ld      (SLEN),a
         jr      eval_text
@@ -344,228 +397,6 @@ ev_minus:
 
 jump_hl:
         jp      (hl)
-
-; Operators: what the right operand takes with it, routine (HL = left, FACC = right; result in FACC).
-operators:
-        .byte   TK_AND
-        .word   op_or
-        .byte   TK_LE
-        .word   op_and
-        .byte   TK_PLUS
-        .word   op_le
-        .byte   TK_PLUS
-        .word   op_ge
-        .byte   TK_PLUS
-        .word   op_ne
-        .byte   TK_PLUS
-        .word   op_eq
-        .byte   TK_PLUS
-        .word   op_lt
-        .byte   TK_PLUS
-        .word   op_gt
-        .byte   TK_MOD
-        .word   fp_add
-        .byte   TK_MOD
-        .word   fp_sub
-        .byte   TK_MUL
-        .word   op_mod
-        .byte   TK_POW
-        .word   fp_mul
-        .byte   TK_POW
-        .word   fp_div
-        .byte   TK_POW + 1
-        .word   fp_pow
-
-; Relations in the order of the tokens: 1 equal, 2 less, 4 greater.
-relations:
-        .byte   3, 5, 6, 1, 2, 4
-
-op_le:  ld      a,3
-        jr      op_relation
-op_ge:  ld      a,5
-        jr      op_relation
-op_ne:  ld      a,6
-        jr      op_relation
-op_eq:  ld      a,1
-        jr      op_relation
-op_lt:  ld      a,2
-        jr      op_relation
-op_gt:  ld      a,4
-op_relation:
-        push    af
-        call    fp_cmp
-        pop     bc                      ; B: relations asked for
-        ld      a,1
-        jr      z,op_case
-        ld      a,2
-        jr      c,op_case
-        ld      a,4
-op_case:
-        and     b
-        ld      hl,0
-        jr      z,to_fromint
-        dec     hl
-to_fromint:
-        jp      fp_fromint
-
-op_or:  call    op_words
-        ld      a,h
-        or      d
-        ld      h,a
-        ld      a,l
-        or      e
-        ld      l,a
-        jr      to_fromint
-op_and: call    op_words
-        ld      a,h
-        and     d
-        ld      h,a
-        ld      a,l
-        and     e
-        ld      l,a
-        jr      to_fromint
-
-; Both operands as integers: HL left, DE right.
-op_words:
-        push    hl
-        call    facc_int
-        ex      (sp),hl
-        call    fp_load
-        pop     de
-; FACC as a word HL, -32768 to 65535, rounded down; else error. Keeps DE.
-facc_int:
-        ld      a,(FACC)
-        or      a
-        ld      hl,(FACC + 1)
-        ret     z
-        push    de
-        call    fp_toaddr
-        pop     de
-        ret     nc
-quantity:
-        raise   E_QUANTITY
-
-; x MOD y = x - y*INT(x/y): has the sign of y.
-op_mod: push    hl
-        ld      hl,NUMTEMP
-        call    num_store
-        pop     hl
-        push    hl
-        call    fp_div
-        call    fp_int
-        ld      hl,NUMTEMP
-        call    fp_mul
-        pop     hl
-        jp      fp_sub
-
-; A number, else type error.
-eval_num:
-        call    eval
-        ret     c
-        jp      type_error
-
-; A string, else type error.
-eval_str:
-        call    eval
-        ret     nc
-        jp      type_error
-
-; A word: HL = -32768 to 65535, rounded down; else error.
-eval_int:
-        call    eval_num
-        jr      facc_int
-
-; A = L = 0 to 255, else error.
-eval_byte:
-        call    eval_num
-        call    facc_int
-        ld      a,h
-        or      a
-        ld      a,l
-        ret     z
-        jr      quantity
-
-; A subscript: HL = 0 to 32767, else error.
-eval_index:
-        call    eval_num
-        ld      a,(FACC)
-        or      a
-        jr      nz,index1
-        ld      hl,(FACC + 1)
-        bit     7,h
-        ret     z
-bad_subscript:
-        raise   E_SUBSCRIPT
-index1: push    de
-        call    fp_toint
-        pop     de
-        jr      c,bad_subscript
-        bit     7,h
-        ret     z
-        jr      bad_subscript
-
-; An argument in brackets that may be missing: CF = 1 and FACC if there is a number, else CF = 0.
-opt_arg:
-        ld      a,(de)
-        cp      '('
-        jr      nz,opt_none
-        inc     de
-        call    eval
-        ld      a,(de)
-        inc     de
-        jr      c,opt_num
-        cp      ')'
-        jr      nz,opt_bad
-opt_none:
-        or      a
-        ret
-opt_num:
-        cp      ')'
-        scf
-        ret     z
-opt_bad:
-        jp      syntax_error
-
-; Z when FACC is zero. Changes A, HL.
-facc_test:
-        ld      a,(FACC)
-        ld      hl,(FACC + 1)
-        or      h
-        or      l
-        ret
-
-; Number at HL = FACC. Keeps BC, DE; HL behind it.
-num_store:
-        ld      a,(FACC)
-        ld      (hl),a
-        inc     hl
-        or      a
-        jr      nz,store_real
-        ld      a,(FACC + 1)
-        ld      (hl),a
-        inc     hl
-        ld      a,(FACC + 2)
-        ld      (hl),a
-        inc     hl
-        xor     a
-        ld      (hl),a
-        inc     hl
-        ld      (hl),a
-        inc     hl
-        ld      (hl),a
-        inc     hl
-        ret
-store_real:
-        push    de
-        push    bc
-        ex      de,hl
-        ld      hl,FACC + 1
-        ld      bc,5
-        ldir
-        ex      de,hl
-        pop     bc
-        pop     de
-        ret
 
 ; Room for another level of an expression, else error. Keeps A, BC, DE.
 expr_room:

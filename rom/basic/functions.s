@@ -155,7 +155,7 @@ fn_mid: call    part_arg
         ld      c,255
         dec     b
         or      a
-        jr      z,bad_value
+        jp      z,bad_value
         ld      a,(de)
         cp      ','
         jr      nz,mid1
@@ -176,7 +176,7 @@ part_arg:
 
 fn_asc: ld      a,(SLEN)
         or      a
-        jr      z,bad_value
+        jp      z,bad_value
         ld      hl,(SADDR)
         ld      a,(hl)
         jr      set_byte
@@ -194,9 +194,6 @@ set_byte:
         ld      l,a
         ld      h,0
         jp      fp_fromint
-
-bad_value:
-        raise   E_QUANTITY
 
 ; VAL: the number that the string begins with, else 0.
 fn_val: call    str_buffer
@@ -228,7 +225,7 @@ parse_signed:
 fn_chr: call    facc_int
         ld      a,h
         or      a
-        jr      nz,bad_value
+        jp      nz,bad_value
         ld      a,l
 ; The string value = character A.
 char_text:

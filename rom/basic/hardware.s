@@ -22,7 +22,7 @@ st_graphics:
         jr      z,graphics1
         inc     b
         cp      16
-        jr      nz,bad_value
+        jp      nz,bad_value
 graphics1:
         ld      a,b
         ld      hl,gfx_mode
@@ -51,14 +51,12 @@ colour: call    eval_byte
         ld      c,a
         cp      16
         ret     c
-bad_value:
-        raise   E_QUANTITY
-
+        jp      bad_value
 ; PALETTE register, colour
 st_palette:
         call    eval_byte
         cp      4
-        jr      nc,bad_value
+        jp      nc,bad_value
         push    af
         call    comma
         call    colour
@@ -108,12 +106,31 @@ st_circle:
         pop     de
         ret
 
-; PAINT x, y
+; PAINT x, y. It works in the low end of the machine stack, so the control stack goes behind the variables.
 st_paint:
         call    point_arg
         push    de
-        ex      de,hl
+        push    hl
+        push    bc
+        ld      hl,(CSP)
+        ld      bc,-STACKLOW
+        add     hl,bc
+        ld      b,h
+        ld      c,l
+        call    need_memory
+        push    bc
+        ld      hl,STACKLOW
+        ld      de,(VAREND)
+        ldir
+        pop     hl                      ; size
+        pop     bc
+        pop     de
+        push    hl
         ext     gfx_paint
+        pop     bc
+        ld      hl,(VAREND)
+        ld      de,STACKLOW
+        ldir
         pop     de
         ret
 
@@ -253,9 +270,11 @@ st_load:
         call    check_program
         jp      ready
 load_failed:
-        pop     de
+        pop     hl
         push    af
+        push    hl
         call    program_sum
+        pop     de
         or      a
         sbc     hl,de
         call    nz,new_program          ; overwritten

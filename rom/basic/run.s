@@ -1,12 +1,11 @@
-; Statements one after another; jumps, subroutines, IF, ON, RUN, STOP, CONT.
+; Statements one after another; RUN, STOP, CONT, remarks.
 ;
 ; A statement's routine is entered with DE behind its keyword and returns with DE at what ends the statement.
         .include "memory.inc"
         .include "errors.inc"
         .include "basic.inc"
-        .globl  run_next, run_line, run_from, at_end, skip_token, skip_rest, find_line, find_from, line_number
-        .globl  st_end, st_stop, st_cont, st_run, st_goto, st_gosub, st_return, st_if, st_on, st_rem, st_data
-        .globl  ctl_room, ctl_resume, break_at, goto_line, target, run_statement
+        .globl  run_next, run_line, run_from, at_end, skip_token, skip_rest, run_syntax
+        .globl  st_end, st_stop, st_cont, st_run, st_rem, st_data, break_at, run_statement
         .text
 
 ; Goes on behind a statement.
@@ -125,236 +124,13 @@ cont_not:
 st_run: call    clear
         ld      a,(de)
         cp      TK_LINE
-        jr      z,st_goto
+        jp      z,st_goto
         call    at_end
         jr      nz,run_syntax
 run_from:
         ld      de,(PROGSTART)
         dec     de
         ret
-
-; GOTO line. The byte in front of a line is the 0 of the one before.
-st_goto:
-        call    line_number
-goto_line:
-        call    target
-        ex      de,hl
-        dec     de
-        ret
-
-; The line number at DE: HL, DE behind it.
-line_number:
-        ld      a,(de)
-        cp      TK_LINE
-        jr      nz,run_syntax
-        inc     de
-        ex      de,hl
-        ld      e,(hl)
-        inc     hl
-        ld      d,(hl)
-        inc     hl
-        ex      de,hl
-        ret
-
-; HL = address of the line with number HL, else error. Searched from the present line on if it can be there.
-; Changes A, BC, DE.
-target: ex      de,hl
-        ld      hl,(CURLINE)
-        ld      a,h
-        or      l
-        jr      z,target1
-        inc     hl
-        ld      a,(hl)
-        inc     hl
-        sub     e
-        ld      a,(hl)
-        sbc     a,d
-        dec     hl
-        dec     hl
-        jr      c,target2
-target1:
-        ld      hl,(PROGSTART)
-target2:
-        call    find_from
-        ret     z
-        raise   E_LINE
-
-; HL = first line with a number of at least DE, Z if it is DE's; or the end of the program, NZ. Changes A, BC.
-find_line:
-        ld      hl,(PROGSTART)
-; The same from line HL on.
-find_from:
-        ld      b,0
-from1:  ld      a,(hl)
-        or      a
-        jr      z,from_end
-        ld      c,a
-        inc     hl
-        ld      a,(hl)
-        inc     hl
-        sub     e
-        ld      a,(hl)
-        sbc     a,d
-        jr      nc,from2
-        dec     hl
-        dec     hl
-        add     hl,bc
-        jr      from1
-from2:  ld      a,(hl)
-        xor     d
-        ld      c,a
-        dec     hl
-        ld      a,(hl)
-        xor     e
-        or      c
-        dec     hl
-        ret
-from_end:
-        inc     a
-        ret
-
-; GOSUB line
-st_gosub:
-        call    line_number
-gosub_line:
-        push    hl
-        ld      a,CTL_GOSUB
-        call    ctl_room
-        ld      (hl),e
-        inc     hl
-        ld      (hl),d
-        inc     hl
-        ld      bc,(CURLINE)
-        ld      (hl),c
-        inc     hl
-        ld      (hl),b
-        inc     hl
-        ld      (hl),CTL_GOSUB
-        inc     hl
-        ld      (CSP),hl
-        pop     hl
-        jr      goto_line
-
-; Room for A bytes on the control stack, else error: HL = CSP. Keeps BC, DE.
-ctl_room:
-        push    de
-        ld      hl,(CSP)
-        ld      e,a
-        ld      d,0
-        add     hl,de
-        ld      de,CTL_SPACE
-        add     hl,de
-        or      a
-        sbc     hl,sp
-        jr      nc,ctl_full
-        pop     de
-        ld      hl,(CSP)
-        ret
-ctl_full:
-        jp      memory_error
-
-; RETURN: loops begun in the subroutine are forgotten.
-st_return:
-        ld      hl,(CSP)
-        dec     hl
-        ld      a,(hl)
-        or      a
-        jr      z,return_none
-        inc     hl
-        ld      c,a
-        ld      b,0
-        sbc     hl,bc
-        ld      (CSP),hl
-        cp      CTL_GOSUB
-        jr      nz,st_return
-        ld      e,(hl)
-        inc     hl
-        ld      d,(hl)
-        inc     hl
-        ld      a,(hl)
-        inc     hl
-        ld      h,(hl)
-        ld      l,a
-        ld      (CURLINE),hl
-        ret
-return_none:
-        raise   E_RETURN
-
-; DE and CURLINE from the record that ends at IX.
-ctl_resume:
-        ld      e,(ix-5)
-        ld      d,(ix-4)
-        ld      l,(ix-3)
-        ld      h,(ix-2)
-        ld      (CURLINE),hl
-        ret
-
-; IF condition THEN line or statements [ELSE line or statements]; IF condition GOTO line ...
-st_if:  call    eval_num
-        ld      a,(de)
-        cp      TK_GOTO
-        jr      z,if_test
-        cp      TK_THEN
-        jr      nz,if_syntax
-        inc     de
-if_test:
-        call    facc_test
-        jr      z,if_else
-if_do:  ld      a,(de)
-        cp      TK_LINE
-        jp      z,st_goto
-        pop     hl
-        jp      run_statement
-
-; False: behind the ELSE that belongs to it, or to the end of the line.
-if_else:
-        ld      b,1
-else1:  call    skip_token
-        cp      TK_IF
-        jr      nz,else2
-        inc     b
-else2:  cp      TK_ELSE
-        jr      nz,else3
-        djnz    else1
-        jr      if_do
-else3:  or      a
-        jr      nz,else1
-        dec     de
-        ret
-if_syntax:
-        jp      syntax_error
-
-; ON number GOTO or GOSUB line, ...: the next statement if there is no such.
-st_on:  call    eval_byte
-        ld      c,a
-        ld      a,(de)
-        inc     de
-        cp      TK_GOTO
-        jr      z,on1
-        cp      TK_GOSUB
-        jr      nz,if_syntax
-on1:    ld      b,a
-        push    bc
-        ld      ix,0                    ; no line chosen
-on2:    call    line_number
-        dec     c
-        jr      nz,on3
-        push    hl
-        pop     ix
-        inc     b                       ; chosen
-on3:    ld      a,(de)
-        inc     de
-        cp      ','
-        jr      z,on2
-        dec     de
-        pop     af                      ; A = GOTO or GOSUB
-        cp      b
-        ret     z
-        push    ix
-        pop     hl
-        cp      TK_GOTO
-        jp      z,goto_line
-        jp      gosub_line
 
 ; Remarks, DATA and ELSE have nothing to do.
 st_rem: dec     de                      ; seen from the keyword on

@@ -270,18 +270,26 @@ range2: ld      (RANGEHIGH),hl
 check_program:
         ld      hl,(PROGSTART)
         ld      b,0
-check1: ld      de,(PROGEND)
-        push    hl
-        scf
-        sbc     hl,de
-        pop     hl
-        jr      nc,check2               ; no room for the 0: there it comes
-        ld      c,(hl)
+        jr      check3
+check1: ld      c,(hl)
         inc     c
         dec     c
         jr      z,check2
+        push    hl
         add     hl,bc
-        jr      check1
+        ex      de,hl
+        ld      hl,(PROGEND)
+        or      a
+        sbc     hl,de                   ; CF = 1: the line goes on behind the end
+        pop     hl
+        jr      c,check2
+        ex      de,hl
+check3: ld      de,(PROGEND)
+        push    hl
+        or      a
+        sbc     hl,de
+        pop     hl
+        jr      c,check1
 check2: ld      (hl),0
         inc     hl
         ld      (PROGEND),hl

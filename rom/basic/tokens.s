@@ -34,7 +34,7 @@ token2: ld      a,(hl)
         cp      '?'
         jr      z,token_print
         call    keyword
-        jr      c,token_word
+        jr      c,token_two
         call    upper
         call    is_letter
         jp      c,token_name
@@ -53,6 +53,32 @@ token_end:
         pop     de
         ret
 
+; Keyword A; =< => >< are <= >= <>.
+token_two:
+        ld      c,a
+        ld      a,(hl)
+        sub     '<'
+        jr      z,two1
+        sub     '>' - '<'
+        jr      nz,two3
+        inc     a                       ; 0 for <, 1 for >
+two1:   ld      b,a
+        ld      a,c
+        cp      TK_EQ
+        ld      a,TK_LE
+        jr      z,two2
+        ld      a,c
+        cp      TK_GT
+        jr      nz,two3
+        bit     0,b
+        jr      nz,two3
+        ld      a,TK_NE
+two2:   add     a,b
+        ld      c,a
+        inc     hl
+two3:   ld      a,c
+        jr      token_word
+
 ; Keyword A. GOTO to THEN, and a minus among line numbers: numbers that follow are lines.
 token_print:
         ld      a,TK_PRINT
@@ -66,16 +92,16 @@ token_word:
         cp      TK_QUOTE
         jr      z,token_rest
         cp      TK_MINUS
-        jr      z,token2
+        jp      z,token2
         cp      TK_GOTO
         call    c,no_lines
-        jr      c,token2
+        jp      c,token2
         cp      TK_THEN + 1
         call    nc,no_lines
-        jr      nc,token2
+        jp      nc,token2
         ld      a,1
         ld      (LINEREFS),a
-        jr      token2
+        jp      token2
 
 token_rem:
         ld      a,(hl)

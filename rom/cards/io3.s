@@ -1,3 +1,4 @@
-; ROM of the free card slot 3, seen at 0xC000 there. No code yet: its name, then an empty ROM.
+; ROM of the free card slot 3, seen at 0xC000 there. There is no program in it: it says so.
+        .include "card.inc"
         .text
-        .asciz  "IO3"
+        card_page "free card, no program"

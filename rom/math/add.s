@@ -188,9 +188,6 @@ fp_norm:
 
 ; FACC = P rounded by its guard bits C, exponent D, sign in E's bit 7; P's top bit is 1.
 fp_round:
-        inc     d
-        dec     d
-        jr      z,underflow
         bit     7,c
         jr      z,fp_pack
         inc     l
@@ -303,11 +300,11 @@ unpack_q:
 shift_q:
         ld      a,b
         cp      48
-        jr      nc,4f
+        jr      nc,6f
         ld      c,0
-1:      ld      a,b
-        sub     8
-        jr      c,2f
+1:      cp      5
+        jr      c,3f
+        sub     8                       ; a byte; beyond the mark by 3 bits at most
         ld      b,a
         ld      c,e
         ld      e,d
@@ -318,10 +315,24 @@ shift_q:
         ld      c,0
         exx
         ld      d,a
-        jr      1b
-2:      add     a,8
+        ld      a,b
+        or      a
+        jp      p,1b
+2:      sla     c
+        rl      e
+        rl      d
+        exx
+        rl      e
+        rl      d
+        rl      c
+        exx
+        inc     b
+        jr      nz,2b
+        ret
+3:      or      a
         ret     z
-3:      exx
+        ld      b,a
+4:      exx
         srl     c
         rr      d
         rr      e
@@ -329,9 +340,9 @@ shift_q:
         rr      d
         rr      e
         rr      c
-        djnz    3b
+        djnz    4b
         ret
-4:      xor     a                       ; nothing is left
+6:      xor     a                       ; nothing is left
         ld      c,a
         ld      d,a
         ld      e,a

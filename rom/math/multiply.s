@@ -78,7 +78,10 @@ fp_mul:
         adc     hl,hl
         rl      b
         exx
-        jp      fp_round
+        ld      a,d
+        or      a
+        jp      nz,fp_round
+        jp      fp_zero
 4:      inc     d
         jp      nz,fp_round
         jp      fp_overflow

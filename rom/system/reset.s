@@ -39,6 +39,7 @@
         jp      call_verify
         jp      con_number              ; 0xC0C5
         jp      crtc_write
+        jp      call_card
 
 ; The calls into the extension ROM.
 call_plot:
@@ -61,6 +62,9 @@ call_save:
         ret
 call_load:
         ext     tape_load
+        ret
+call_card:
+        ext     card_name
         ret
 call_verify:
         ext     tape_verify

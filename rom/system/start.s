@@ -114,6 +114,9 @@ colour1: ld     a,c
         call    con_number
         ld      hl,banner_free
         call    con_str
+        ext     card_list
+        ld      a,13
+        rst     RST_OUT
         ld      a,WARM
         ld      (WARMMARK),a
         pop     af
@@ -176,4 +179,4 @@ crtc:   .byte   99, 64, 75, 0x32, 77, 2, 60, 66, 0, 3, 3, 3, 0, 0, 0x0F, 0x80
 banner_ram:
         .asciz  " KB\r"
 banner_free:
-        .asciz  " bytes free\r\r"
+        .asciz  " bytes free\r"

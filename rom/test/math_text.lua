@@ -57,21 +57,24 @@ for x, text in pairs {
   [1.5e12] = "1.5E+12", [123.456] = "123.456", [65535] = "65535", [65536] = "65536", [0.0001] = "0.0001",
   [3.14159265358] = "3.141592654", [1e38] = "1E+38", [-1e38] = "-1E+38", [1e-38] = "1E-38", [99999999999] = "1E+11",
   [9999999999.5] = "1E+10", [0.99999999999] = "1", [9.9999999999] = "10", [99999.999999] = "100000",
-  [0.000012345678912] = "0.00001234567891", [-0.000012345678912] = "-0.00001234567891", [-1.234567891e-38] = "-1.234567891E-38",
+  [0.000012345678912] = "0.00001234567891", [-0.000012345678912] = "-0.00001234567891",
+  [-1.234567891e-38] = "-1.234567891E-38",
   [1000000000.5] = "1000000001", [2.0 ^ -128] = "2.938735877E-39", [(2.0 ^ 40 - 1) * 2.0 ^ 87] = "1.701411835E+38",
 } do
   m.check(print_number(m.pack(x)) == text, "fp_print", text, m.text())
   m.check(print_number(m.float(x)) == text, "fp_print float", text, m.text())
 end
-m.call("fp_parse", {HL = m.kOperand})
 
 for text, x in pairs {
-  ["0"] = 0, ["00"] = 0, ["1"] = 1, ["32767"] = 32767, ["32768"] = 32768, ["3071"] = 3071, ["30719"] = 30719, ["30720"] = 30720,
+  ["0"] = 0, ["00"] = 0, ["1"] = 1, ["32767"] = 32767, ["32768"] = 32768, ["3071"] = 3071,
+  ["30719"] = 30719, ["30720"] = 30720,
   ["100000"] = 100000, ["0.5"] = 0.5, [".5"] = 0.5, ["5."] = 5, ["1E3"] = 1000, ["1e3"] = 1000, ["1E+3"] = 1000,
   ["25E-2"] = 0.25, ["1.25E2"] = 125, ["0.000"] = 0, [".0E9"] = 0, ["0E999"] = 0, ["1099511627775"] = 2.0 ^ 40 - 1,
   ["0000000000000000000000001"] = 1, ["0.00000000000000000000000000000000000000000001E44"] = 1,
-  ["10000000000000000000000000000000000000000E-40"] = 1, ["123456789012E-2"] = 1234567890.12, ["1E-50"] = 0, ["1E-999"] = 0,
-  ["1E-99999999"] = 0, ["1E0000003"] = 1000, ["65536"] = 65536, ["-1"] = "none", [""] = "none", ["."] = "none", ["E5"] = "none",
+  ["10000000000000000000000000000000000000000E-40"] = 1, ["123456789012E-2"] = 1234567890.12,
+  ["1E-50"] = 0, ["1E-999"] = 0,
+  ["1E-99999999"] = 0, ["1E0000003"] = 1000, ["65536"] = 65536, ["-1"] = "none", [""] = "none", ["."] = "none",
+  ["E5"] = "none",
   [".E5"] = "none", ["X"] = "none", ["1E39"] = kOverflow, ["1E999"] = kOverflow, ["1E99999999"] = kOverflow,
   ["2E38"] = kOverflow, ["1.7E38"] = 1.7e38, ["3E-39"] = 3e-39, ["0.1"] = 0.1,
   ["1" .. ("0"):rep(200)] = kOverflow, ["0." .. ("0"):rep(200) .. "1"] = 0, ["0." .. ("0"):rep(150) .. "1E151"] = 1,
@@ -85,7 +88,9 @@ for text, x in pairs {
       if tail ~= "." or text:find("[.Ee]") then
         local value, failure = parse(text, tail)
         m.check(value and (value == x or m.ulps(value, x) < 1), "fp_parse", text .. tail, value or failure)
-        if value and x == math.floor(x) and x < 32768 then m.check(m.facc() == m.pack(x), "fp_parse", text, "no small integer") end
+        if value and x == math.floor(x) and x < 32768 then
+          m.check(m.facc() == m.pack(x), "fp_parse", text, "no small integer")
+        end
       end
     end
   end
@@ -135,7 +140,7 @@ for _ = 1, 3000 do
   m.check(value, "fp_parse", text, failure)
   if value then
     worst = math.max(worst, m.ulps(value, tonumber(text)))
-    m.check(worst < 4, "fp_parse", text, worst .. " units")
+    m.check(worst < 2, "fp_parse", text, worst .. " units")
     m.check(print_number(m.facc()) == written(tonumber(text)), "round trip", text, m.text())
   end
 end
@@ -146,7 +151,7 @@ for _ = 1, 1000 do                                         -- more digits than f
   text = text:sub(1, point) .. "." .. text:sub(point + 1)
   local value = parse(text)
   worst = math.max(worst, m.ulps(value, tonumber(text)))
-  m.check(worst < 4, "fp_parse", text, worst .. " units")
+  m.check(worst < 2, "fp_parse", text, worst .. " units")
 end
 print(string.format("reading: worst %.3f units", worst))
 

@@ -25,7 +25,7 @@ Click("xReset2")
 check.equal(RunState.ResetRequest, 1, "xReset2")
 check.equal(MemImage[0x0B22], 0xFF, "warm-start mark")
 RunState.ResetRequest = 0
-Click("xTapeLoad")  -- no handler: nothing happens
+Click("xS5")  -- no handler: nothing happens
 
 check.raises("the menus have no 'xNothing'", Click, "xNothing")
 check.raises("the menus have no 'xNothing'", function() return Menu.xNothing end)

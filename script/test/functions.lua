@@ -179,6 +179,6 @@ LoadTIM(folder .. ".tim")
 check.equal(#Messages(), 1, "a missing picture is told")
 
 -- What does not exist yet is simply absent.
-for _, name in ipairs({"SN_Reg", "DiskData", "DisAsm", "Compile", "TapeOpen"}) do
+for _, name in ipairs({"SN_Reg", "DiskData", "DisAsm", "Compile"}) do
   check.equal(_G[name], nil, name)
 end

@@ -71,7 +71,7 @@ TEST(SoundFrame, RendersMixesAndCounts) {
   EXPECT_EQ(bench.mixer.FrameInBlock, 1);
   EXPECT_EQ(bench.m.tone.ToneOut[440], 40);
   ExpectBlockFrame(bench.mixer, 0, 148);  // 40 at half weight
-  ExpectBlockFrame(bench.mixer, 1, 0);    // not mixed yet
+  ExpectBlockFrame(bench.mixer, 1, 128);  // not mixed yet
   EXPECT_EQ(bench.m.tone.DacSlots[0], 0);
   EXPECT_EQ(bench.host.waits, 0);
 }

@@ -134,6 +134,28 @@ TEST_F(Keys, AltWithShiftOrCtrlIsTheMachines) {
   ExpectOnly(7, 0);
 }
 
+TEST_F(Keys, ASignOfTheThirdLevelComesUpAsItWentDown) {
+  Down(Qt::Key_Y, {}, 21);  // the place's letter is known from here on
+  Up(Qt::Key_Y, {}, 21);
+  ExpectOnly(-1);
+  Down(Qt::Key_AltGr, {}, 100);
+  Down(Qt::Key_yen, Qt::GroupSwitchModifier, 21);  // an American international keyboard
+  EXPECT_EQ(m.keyboard.KeyMatrix[6], 0x40);
+  Up(Qt::Key_AltGr, {}, 100);
+  Up(Qt::Key_Y, {}, 21);
+  ExpectOnly(-1);
+
+  // The Hungarian zero and its neighbour at the other end, never pressed without AltGr before.
+  Down(Qt::Key_Dead_Doubleacute, Qt::GroupSwitchModifier, 11);
+  ExpectOnly(1, 6);
+  Up(Qt::Key_Odiaeresis, {}, 11);
+  ExpectOnly(-1);
+  Down(Qt::Key_notsign, Qt::GroupSwitchModifier, 41);
+  ExpectOnly(0, 3);
+  Up(Qt::Key_0, {}, 41);
+  ExpectOnly(-1);
+}
+
 TEST_F(Keys, FunctionKeysReset) {
   Down(Qt::Key_F1, {}, 59);
   EXPECT_EQ(m.run.ResetRequest, 1);
@@ -150,7 +172,7 @@ TEST_F(Keys, FocusAndMouseClear) {
   m.keyboard.KeyMatrix[3] = 0x10;
   window->Picture()->setFocus();
   ExpectOnly(-1);
-  RunFrames(30);  // the picture has a size now
+  Boot();
   Down(Qt::Key_A);
   QTest::mousePress(window->Picture(), Qt::LeftButton, {}, window->Picture()->rect().center());
   ExpectOnly(-1);

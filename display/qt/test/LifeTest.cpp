@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <algorithm>
 
+#include "core/qt/Main.h"
 #include "core/qt/SingleInstance.h"
 #include "display/qt/test/WindowTest.h"
 
@@ -154,7 +155,7 @@ struct Program : QProcess {
   }
 };
 
-TEST(Instances, ASecondProcessStopsAtItsMessage) {
+TEST(Instances, AKilledProcessLocksNobodyOut) {
   QTemporaryDir folder;
   const std::string lock = folder.filePath("quollemu-" + QString::number(getuid()) + ".lock").toStdString();
   {
@@ -172,6 +173,65 @@ TEST(Instances, ASecondProcessStopsAtItsMessage) {
   EXPECT_TRUE(SingleInstance(lock).OtherRuns());
   QTest::qWait(300);
   EXPECT_EQ(again.state(), QProcess::Running);
+}
+
+// The lock's folder as the program sees it, for a test's time.
+struct RuntimeFolder {
+  RuntimeFolder() : before(qgetenv("XDG_RUNTIME_DIR")) { qputenv("XDG_RUNTIME_DIR", folder.path().toUtf8()); }
+  ~RuntimeFolder() { qputenv("XDG_RUNTIME_DIR", before); }
+  RuntimeFolder(const RuntimeFolder&) = delete;
+  RuntimeFolder& operator=(const RuntimeFolder&) = delete;
+
+  QTemporaryDir folder;
+  QByteArray before;
+};
+
+TEST(Instances, ASecondStartSaysSoAndEnds) {
+  const RuntimeFolder folder;
+  const SingleInstance first(SingleInstanceFile());
+  ASSERT_FALSE(first.OtherRuns());
+  TestHost host;
+  EXPECT_EQ(Main(host), 1);
+  ASSERT_EQ(host.messages.size(), 1U);
+  EXPECT_EQ(host.messages[0],
+            QApplication::applicationName().toStdString() + "|Application is already running!");
+  EXPECT_EQ(host.lastIcon, MessageIcon::Stop);
+  EXPECT_EQ(host.frames, 0);
+}
+
+// Notes what stands at the first pump, and closes the program after a few frames.
+struct StartHost : TestHost {
+  void Pump(Machine& m) override {
+    if (pumps++ == 0) {
+      windowFirst = messageParent != nullptr && messageParent->isVisible();
+      caption = m.screen.Caption;
+      romAtFirst = m.MemImage[0x18000];
+    }
+    TestHost::Pump(m);
+  }
+  void FrameEnded(Machine& m) override {
+    rom = m.MemImage[0x18000];
+    running = m.run.CpuRunning;
+    if (frames == 3) Close();
+    TestHost::FrameEnded(m);
+  }
+
+  int pumps = 0;
+  bool windowFirst = false;
+  std::string caption;
+  int romAtFirst = -1, rom = -1, running = -1;
+};
+
+TEST(Start, TheWindowStandsBeforeTheMachineDoes) {
+  const RuntimeFolder folder;
+  StartHost host;
+  EXPECT_EQ(Main(host), 0);
+  EXPECT_TRUE(host.windowFirst);
+  EXPECT_EQ(host.caption, "QUOLLEMU");
+  EXPECT_EQ(host.romAtFirst, 0);
+  EXPECT_NE(host.rom, 0);
+  EXPECT_EQ(host.running, 1);
+  EXPECT_FALSE(SingleInstance(SingleInstanceFile()).OtherRuns());
 }
 
 }  // namespace

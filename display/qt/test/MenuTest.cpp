@@ -63,6 +63,7 @@ const Row kMenus[] = {
     {"View", "xAY3", "AY-3-8910", false},
     {"View", "xErrorSim", "ErrorSim", false},
     {"View", "xTools", "Tools", false},
+    {"View", "xSoundOut", "Sound output", false},
     {"Help", "xHelp", "Help", false},
 };
 

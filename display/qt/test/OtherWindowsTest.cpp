@@ -6,6 +6,7 @@
 #include <QListWidget>
 #include <QMouseEvent>
 #include <QRadioButton>
+#include <algorithm>
 
 #include "display/qt/FullScreenWindow.h"
 #include "display/qt/test/WindowTest.h"
@@ -21,7 +22,7 @@ TEST(FullScreenPlace, RoundedDownAndCentred) {
 }
 
 TEST_F(OtherWindows, FullScreenAndBack) {
-  RunFrames(30);
+  Boot();
   const QPoint place = window->pos();
   Select("xFullsc");
   QWidget* full = Shown("FScreen");
@@ -45,8 +46,29 @@ TEST_F(OtherWindows, FullScreenAndBack) {
   const int32_t y = (picture->height() - 1) * m.picture.Height / picture->height();
   EXPECT_EQ(m.pen.LpenHigh * 256 + m.pen.LpenLow, y / 20 * 64 + x / 8);
 
-  QTest::keyClick(picture, Qt::Key_Escape);
+  // It shows the last finished picture, not the machine's memory.
+  m.screen.xScreenDIB = true;
+  for (int32_t port = 0x60; port < 0x64; ++port) m.PortShadow[static_cast<size_t>(port)] = 0x44;
+  PALchNull(m.palette);
+  redraw(m);
+  std::fill_n(m.MemImage.begin() + 0x10000, 0x4000, uint8_t{0});
   Settle();
+  const QColor drawn = PictureImage(m.picture).pixelColor(0, 0);
+  EXPECT_GT(drawn.red(), 200);
+  const QImage seen = picture->grab().toImage();
+  for (const QPoint at : {QPoint(0, 0), picture->rect().center(), picture->rect().bottomRight()})
+    EXPECT_EQ(seen.pixelColor(at), drawn);
+  m.keyboard.KeyMatrix[3] = 0x10;
+  QTest::mousePress(picture, Qt::LeftButton, {}, picture->rect().center());
+  EXPECT_EQ(m.keyboard.KeyMatrix[3], 0);
+
+  m.tools.Text1 = "none";
+  QTest::keyClick(picture, Qt::Key_Escape);  // is not the machine's
+  Settle();
+  EXPECT_EQ(m.tools.Text1, "none");
+  const uint32_t shownBefore = m.picture.shown;
+  RunFrames(3);
+  EXPECT_GT(m.picture.shown, shownBefore);
   EXPECT_EQ(Shown("FScreen"), nullptr);
   EXPECT_TRUE(window->isVisible());
   EXPECT_EQ(window->pos(), place);

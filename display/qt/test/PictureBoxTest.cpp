@@ -132,7 +132,7 @@ struct PictureBoxes : WindowTest {
 };
 
 TEST_F(PictureBoxes, TheMachinesPictureIsOnTheScreen) {
-  RunFrames(30);
+  Boot();
   ASSERT_EQ(m.picture.Width, 512);
   const QImage shown = window->Picture()->grab().toImage();
   const QRectF place = PictureBox::CanvasPlace(window->Picture()->size(), 1);
@@ -156,7 +156,7 @@ TEST_F(PictureBoxes, TheMachinesPictureIsOnTheScreen) {
 }
 
 TEST_F(PictureBoxes, MouseIsTheLightPen) {
-  RunFrames(30);
+  Boot();
   MoveTo(m.picture.Left + 0.5, m.picture.Top + 0.5);
   EXPECT_EQ(m.pen.LpenHigh, 0);
   EXPECT_EQ(m.pen.LpenLow, 0);

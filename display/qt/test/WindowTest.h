@@ -61,7 +61,7 @@ struct WindowTest : testing::Test {
     QApplication::processEvents();
   }
 
-  // Runs the machine for so many frames as fast as the host can.
+  // Runs the machine for so many frames as fast as the host can. Few of them are drawn then; the last one is.
   void RunFrames(int count) {
     const bool max = m.screen.xS6;
     m.screen.xS6 = true;
@@ -73,8 +73,13 @@ struct WindowTest : testing::Test {
     RunLoop(m);
     host.atFrame = nullptr;
     m.screen.xS6 = max;
+    redraw(m);
+    PALchNull(m.palette);
     Settle();
   }
+
+  // Until the system ROM has drawn its screen.
+  void Boot() { RunFrames(100); }
 
   // The entry as the user selects it; an entry that can't be selected does nothing.
   void Select(const char* name) {

@@ -1,0 +1,68 @@
+; Constants and polynomials of the functions, in the order of calculate.inc. In the extension ROM.
+; A polynomial: its degree, then the coefficients from the highest power on. They interpolate the function at the
+; zeros of the Chebyshev polynomial of the interval, which is all but the best fit.
+        .globl  constants, polynomials
+        .section .ext,"x"
+
+constants:
+        .byte   0, 0x01, 0x00, 0x00, 0x00, 0x00         ; 1
+        .byte   0, 0x02, 0x00, 0x00, 0x00, 0x00         ; 2
+        .byte   128, 0x00, 0x00, 0x00, 0x00, 0x00       ; 1/2
+        .byte   129, 0x38, 0xAA, 0x3B, 0x29, 0x5C       ; 1 / ln 2
+        .byte   128, 0x31, 0x72, 0x17, 0xF7, 0xD2       ; ln 2
+        .byte   128, 0x31, 0x72, 0x17, 0xF8, 0x00       ; its first 30 bits
+        .byte   94, 0xB8, 0xC2, 0x19, 0x50, 0xD8        ; and the rest
+        .byte   127, 0x22, 0xF9, 0x83, 0x6E, 0x4E       ; 1 / pi
+        .byte   129, 0x49, 0x0F, 0xDA, 0xA2, 0x21       ; pi / 2
+        .byte   129, 0x49, 0x0F, 0xDA, 0x00, 0x00       ; its first 24 bits
+        .byte   105, 0x22, 0x21, 0x69, 0x00, 0x00       ; 24 more
+        .byte   79, 0xF7, 0x2C, 0xEC, 0xE6, 0x76        ; and the rest
+        .byte   129, 0x5D, 0xB3, 0xD7, 0x42, 0xC2       ; root of 3
+        .byte   128, 0x06, 0x0A, 0x91, 0xC1, 0x6C       ; pi / 6
+
+; Addresses of the polynomials; as far apart as values are, so that a step finds them in the same way.
+polynomials:
+        .word   p_exp, 0, 0
+        .word   p_sin, 0, 0
+        .word   p_atn, 0, 0
+        .word   p_log
+
+; r * (e^r + 1) / (e^r - 1) in r*r, |r| <= ln 2 / 2: off by 1E-15 at most.
+p_exp:
+        .byte   4
+        .byte   109, 0xDC, 0x3D, 0xD3, 0x96, 0x8C       ; -1.64092711975954e-06
+        .byte   115, 0x0A, 0xB2, 0xA0, 0xE8, 0x0D       ; 6.6136249417136e-05
+        .byte   120, 0xB6, 0x0B, 0x60, 0x77, 0xCE       ; -0.00277777772117062
+        .byte   126, 0x2A, 0xAA, 0xAA, 0xAA, 0xA7       ; 0.166666666665815
+        .byte   130, 0x00, 0x00, 0x00, 0x00, 0x00       ; 2
+
+; sin r / r in r*r, |r| <= pi / 2: off by 8E-14 at most.
+p_sin:
+        .byte   6
+        .byte   96, 0x29, 0x71, 0x96, 0xA4, 0x01        ; 1.54108151804218e-10
+        .byte   103, 0xD7, 0x02, 0x14, 0xD9, 0x67       ; -2.50302407231492e-08
+        .byte   110, 0x38, 0xEE, 0x7B, 0xC1, 0xAB       ; 2.75569522193747e-06
+        .byte   116, 0xD0, 0x0C, 0xFE, 0xA3, 0x0F       ; -0.000198412666751406
+        .byte   122, 0x08, 0x88, 0x88, 0x84, 0xF5       ; 0.00833333332031725
+        .byte   126, 0xAA, 0xAA, 0xAA, 0xAA, 0xA2       ; -0.166666666664659
+        .byte   129, 0x00, 0x00, 0x00, 0x00, 0x00       ; 0.999999999999949
+
+; atn x / x in x*x, |x| <= 0.2865: off by 2E-13 at most.
+p_atn:
+        .byte   6
+        .byte   124, 0x77, 0x5C, 0x8E, 0xAC, 0x35       ; 0.060391003909267
+        .byte   125, 0xB6, 0x8B, 0xFD, 0x42, 0x02       ; -0.0891341958779015
+        .byte   125, 0x63, 0x5B, 0x60, 0xF4, 0x7C       ; 0.111014134846716
+        .byte   126, 0x92, 0x48, 0x6C, 0x10, 0x6A       ; -0.142854393484019
+        .byte   126, 0x4C, 0xCC, 0xCA, 0x4B, 0x75       ; 0.19999996266887
+        .byte   127, 0xAA, 0xAA, 0xAA, 0xA9, 0x07       ; -0.33333333314254
+        .byte   129, 0x00, 0x00, 0x00, 0x00, 0x00       ; 0.99999999999984
+
+; (ln((1+s) / (1-s)) / s - 2) / (s*s) in s*s, |s| <= 0.1717: off by 1E-11 at most.
+p_log:
+        .byte   4
+        .byte   126, 0x46, 0x4A, 0xD1, 0xE3, 0x9B       ; 0.193644790188738
+        .byte   126, 0x63, 0x3D, 0x2D, 0xE9, 0x57       ; 0.221913068167639
+        .byte   127, 0x12, 0x49, 0x92, 0x71, 0xB6       ; 0.285717560177752
+        .byte   127, 0x4C, 0xCC, 0xCC, 0x64, 0xDE       ; 0.399999987900744
+        .byte   128, 0x2A, 0xAA, 0xAA, 0xAA, 0xB3       ; 0.666666666673804
