@@ -10,6 +10,8 @@ namespace quoll {
 
 namespace {
 
+constexpr std::string_view kNoDevice = "No sound device: Timer2";
+
 constexpr std::array kControls{
     Control{"cmdStartPlay", ControlKind::Button, nullptr,
             [](Machine& m, int) { FDXF_cmdStartPlay_Click(m); }},
@@ -29,6 +31,8 @@ ScopePoint ScopePointAt(int k, uint8_t byte) {
   return {static_cast<float>(k) / 20.0F, 62.0F - static_cast<float>(byte) / 4.0F};
 }
 
+void TellNoSoundDevice(Machine& m) { m.screen.Label1 = kNoDevice; }
+
 void DXinit(Machine& m) { FDXF_cmdStartPlay_Click(m); }
 
 void DirectSoundPlay_NeedWavData(Machine& m, std::span<uint8_t> data) {
@@ -46,9 +50,10 @@ void FDXF_cmdStartPlay_Click(Machine& m) {
   const std::string error = m.host->InitializeSound(format);
   if (!error.empty()) {
     m.host->MessageBox(error, "DirectSound Error", MessageIcon::Exclamation);
-  } else {
-    m.host->SoundPlay();
+    return;
   }
+  if (m.screen.Label1 == kNoDevice) m.screen.Label1.clear();  // it has come meanwhile
+  m.host->SoundPlay();
 }
 
 void FDXF_Cstop_Click(Machine& m) { m.host->SoundStop(); }

@@ -31,6 +31,8 @@ ScopePoint ScopePointAt(int k, uint8_t byte);
 
 // At the start, when a sound device opens: sets the output going.
 void DXinit(Machine& m);
+// At the start, when none does: the status label says so.
+void TellNoSoundDevice(Machine& m);
 
 // The handler, run once for each half of the output's buffer: the last block mixed becomes its data, and the
 // machine may go on. data takes up to kBlockBytes.

@@ -25,10 +25,10 @@ namespace {
   TapeOpenFirst(m);
   m.mixer.WavImage = BuildWavImage(1, 22050, 1.0);
   if (SoundDeviceOpens()) {
-    host.EnableTimer2(false);
+    host.EnableTimer2(false);  // whatever becomes of the output
     DXinit(m);
   } else {
-    m.screen.Label1 = "No sound device: paced by the clock";
+    TellNoSoundDevice(m);
   }
   CPUmon_Command1_Click(m);
   host.ServeUntilEnd(m);

@@ -136,7 +136,11 @@ void QtHost::Sleep(Machine& m, Clock::time_point moment) {
   PullViews(m);
 }
 
-std::string QtHost::InitializeSound(const SoundFormat& format) { return Initialize(sound, format); }
+std::string QtHost::InitializeSound(const SoundFormat& format) {
+  std::string error = Initialize(sound, format);
+  if (error.empty()) timer2 = false;  // two clocks would make the machine run twice as fast
+  return error;
+}
 
 bool QtHost::SoundPlay() { return quoll::SoundPlay(sound); }
 

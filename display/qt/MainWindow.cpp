@@ -87,6 +87,9 @@ void MainWindow::BuildStatus() {
   status = new QLabel(corner);
   status->setObjectName("Label1");
   status->setAccessibleName(tr("Status"));
+  // The menu bar gives its corner no more room later on: the longest text finds its own here.
+  status->setMinimumWidth(fontMetrics().horizontalAdvance("No sound device: Timer2"));
+  status->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   speedText = new QLabel(corner);
   speedText->setObjectName("Text1");
   speedText->setAccessibleName(tr("Speed: hundred-thousandths of a second for a frame"));

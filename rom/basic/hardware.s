@@ -52,6 +52,7 @@ colour: call    eval_byte
         cp      16
         ret     c
         jp      bad_value
+
 ; PALETTE register, colour
 st_palette:
         call    eval_byte

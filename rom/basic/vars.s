@@ -48,7 +48,7 @@ clear1: ld      (hl),a
 ; CLEAR [address]: the address becomes the end of BASIC's memory.
 st_clear:
         call    at_end
-        jr      z,clear
+        jp      z,clear
         int_arg
         push    hl
         ld      bc,(PROGEND)
@@ -57,11 +57,17 @@ st_clear:
         sbc     hl,bc
         jr      c,memory_error
         pop     hl
-        ld      a,h
-        cp      0xC0
-        jr      nc,memory_error
+        dec     hl                      ; the last byte must be RAM, not ROM
+        ld      a,(hl)
+        cpl
+        ld      (hl),a
+        cp      (hl)
+        jr      nz,memory_error
+        cpl
+        ld      (hl),a
+        inc     hl
         ld      (RAMTOP),hl
-        jr      clear
+        jp      clear
 
 ; Room for BC bytes behind the variables, else error; may move strings. Keeps BC, DE.
 need_memory:

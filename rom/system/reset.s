@@ -3,6 +3,7 @@
         .include "memory.inc"
         .text
 
+        di                              ; RST 0 in U0 runs the same instructions as far as the OUT
         ld      a,0x60                  ; SYS stays in page 0 and comes to page 3: go on there
         out     (2),a
         jp      start

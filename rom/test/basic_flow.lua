@@ -113,7 +113,8 @@ program("IF in IF", [[
   30 next c,a]], "none\nnone\na\nboth")
 program("statements behind THEN", "10 if 0 then print 1:print 2\n20 if 1 then print 3:print 4", " 3\n 4")
 program("ELSE at the end of a chain", "10 if 1 then print 1:print 2 else print 3:print 4\n20 print 5", " 1\n 2\n 5")
-program("IF of a fraction", "10 if .5 then print \"true\"\n20 if 0 then print \"no\" else print \"false\"", "true\nfalse")
+program("IF of a fraction", "10 if .5 then print \"true\"\n20 if 0 then print \"no\" else print \"false\"",
+        "true\nfalse")
 program("ELSE in a text or remark", "10 if 0 then print \" else \":rem else print 2\n20 print 3", " 3")
 program("ON GOTO", [[
   10 for i=0 to 4
@@ -230,7 +231,8 @@ program("arrays of three dimensions", [[
   30 print q(0,0,0);q(2,3,4);q(1,2,3);q(0,3,0)]], numbers {0, 59, 33, 15})
 program("arrays without DIM", "10 for i=0 to 10:a(i)=i*i:next:print a(10);a(3);x(2,3)", numbers {100, 9, 0})
 program("array elements as subscripts", "10 for i=0 to 9:a(i)=9-i:next:print a(a(a(2)));a(a(1)-a(5))", numbers {7, 5})
-program("an array and a variable of the same name", "10 a=1:a(1)=2:a$=\"x\":a$(1)=\"y\":print a;a(1);a$;a$(1)", " 1  2 xy")
+program("an array and a variable of the same name", "10 a=1:a(1)=2:a$=\"x\":a$(1)=\"y\":print a;a(1);a$;a$(1)",
+        " 1  2 xy")
 program("long names", "10 alpha=1:alphabet=2:alpha2=3:print alpha;alphabet;alpha2;alph", numbers {1, 2, 3, 0})
 program("names are the same in capitals", "10 Abc=5:print aBC;ABC", numbers {5, 5})
 program("RND", [[

@@ -28,10 +28,13 @@ for mode, colours in ipairs({2, 4, 16}) do
   b.equal("points with " .. colours, out, string.format(" %d %d %d -1 -1 -1", ink, ink, ink))
 end
 b.command("graphics 4")
-program("a line", "10 cls:locate 1,0:plot 10,100:draw 40,130\n20 print point(25,115);point(25,114);point(40,130)", " 1  0  1")
-program("lines on lines", "10 plot 10,100:draw 20,100,20,120,10,120,10,100\n20 print point(15,100);point(20,110);point(15,120);point(10,110);point(15,110)",
+program("a line", "10 cls:locate 1,0:plot 10,100:draw 40,130\n20 print point(25,115);point(25,114);point(40,130)",
+        " 1  0  1")
+program("lines on lines",
+        "10 plot 10,100:draw 20,100,20,120,10,120,10,100\n20 print point(15,100);point(20,110);point(15,120);point(10,110);point(15,110)",
         " 1  1  1  1  0")
-program("a circle", "10 cls:locate 1,0:circle 100,120,50\n20 for i=0 to 255:s=s+point(i,120):next:print s;point(100,120);point(50,120)",
+program("a circle",
+        "10 cls:locate 1,0:circle 100,120,50\n20 for i=0 to 255:s=s+point(i,120):next:print s;point(100,120);point(50,120)",
         " 2  0  1")
 program("PAINT inside a square", [[
   10 cls:locate 1,0:plot 50,50:draw 90,50,90,90,50,90,50,50
@@ -97,7 +100,8 @@ b.check("beep", heard, "no sound")
 b.wait(50)
 
 -- Screen.
-program("LOCATE and POS", '10 cls:locate 3,20:print "x";:p=pos:locate 10,0:print p', "\n\n                    x\n\n\n\n\n\n\n 21")
+program("LOCATE and POS", '10 cls:locate 3,20:print "x";:p=pos:locate 10,0:print p',
+        "\n\n                    x\n\n\n\n\n\n\n 21")
 b.check("LOCATE beyond the screen", b.command("locate 255,255:print pos;"):match("63$"), "not the last column")
 command("cls")
 
@@ -112,8 +116,8 @@ program("CALL", [[
   10 clear 48000:a=48000:for i=0 to 11:read d:poke a+i,d:next
   20 data 62,77,50,255,2,1,0,0,17,0,0,201
   30 call a:print peek(767);fre<42000]], " 77 -1")
-command("clear 49152", "Out of memory")
-command("clear 49151:print fre>42000", "-1")
+command("clear 49153", "Out of memory")
+command("clear 49152:print fre>42000", "-1")
 b.command("new")
 b.check("time", tonumber(b.command("print time")) > 500, "too small")
 b.done()

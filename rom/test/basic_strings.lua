@@ -76,7 +76,7 @@ program("garbage with little memory", [[
   30 for i=0 to 20:if a$(i)<>"100/"+str$(i) then print "bad ";a$(i)
   40 next:if fre<1200 then print "ok" else print fre]], "ok")
 b.command("new")
-b.command("clear 49151")
+b.command("clear 49152")
 b.equal("all the memory again", b.command("print fre>40000"), "-1")
 program("strings stay whole while memory is short", [[
   10 clear 8000:dim a$(12):for r=1 to 60
@@ -138,10 +138,10 @@ for round = 1, 3 do
       rest = rest:sub(65)
     until rest == ""
   end
-  b.command("clear 49151")
+  b.command("clear 49152")
   program("random strings " .. round, table.concat(text, "\n"), (table.concat(lines, "\n"):gsub("\n+$", "")))
 end
-b.command("clear 49151")
+b.command("clear 49152")
 program("FRE counts", [[
   10 a=fre:dim x(100):b=fre:print a-b>=606 and a-b<620
   20 a$="":d=0:c=fre:a$=str$(123456)+"":d=fre:print c-d]], "-1\n 9")

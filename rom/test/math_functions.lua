@@ -178,12 +178,14 @@ end
 
 -- Random numbers: within the bounds, evenly spread, neighbours independent; a seed gives its sequence again.
 local kDraws = 20000
-local buckets, pairs_, sum, last = {}, {}, 0.0, 0
-m.call("fp_zero")
+local buckets, pairs_, sum, last, state = {}, {}, 0.0, 0, 5
 MemImage:set(m.kSeed, "\5\0\0\0")
 for i = 1, kDraws do
   local x = m.unary("fp_rnd", m.pack(0))
-  m.check(x > 0 and x < 1, "RND", x)
+  state = (state ~ state << 8) & 0xFFFFFFFF                -- goes through all values but 0
+  state = state ~ state >> 9
+  state = (state ~ state << 23) & 0xFFFFFFFF
+  m.check(x == state / 2.0 ^ 32 and x > 0 and x < 1, "RND", i, x)
   local bucket = math.floor(x * 16)
   buckets[bucket] = (buckets[bucket] or 0) + 1
   local pair = bucket * 16 + last

@@ -45,7 +45,12 @@ s.is(#seen >= 4, "the cursor blinks")
 
 -- Warm start: the memory stays, within 0.2 seconds.
 MemImage:set(0x3000, "kept")
-for how, start in pairs{reset = function() Click("xReset") end, NMI = function() Press("CPUmon", "Command2") end} do
+local function restart0()
+  MemImage[s.kCode] = 0xC7
+  Z80State.PC, Z80State.Halted = s.kCode, 0
+end
+local function nmi() Press("CPUmon", "Command2") end
+for how, start in pairs{reset = function() Click("xReset") end, NMI = nmi, ["RST 0"] = restart0} do
   Frames(1)
   start()
   Frames(1)

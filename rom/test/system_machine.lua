@@ -13,7 +13,8 @@ s.tape_save, s.tape_load, s.tape_verify = 0xC0BC, 0xC0BF, 0xC0C2
 s.con_number, s.crtc_write, s.card_name = 0xC0C5, 0xC0C8, 0xC0CB
 
 -- Variables.
-s.kPort2, s.kTicks, s.kBreakKey, s.kCursor, s.kScroll, s.kWarmMark, s.kWarm = 0x0B00, 0x0B04, 0x0B08, 0x0B09, 0x0B10, 0x0B22, 0x5A
+s.kPort2, s.kTicks, s.kBreakKey, s.kCursor = 0x0B00, 0x0B04, 0x0B08, 0x0B09
+s.kScroll, s.kWarmMark, s.kWarm = 0x0B10, 0x0B22, 0x5A
 s.kLineBuf, s.kText, s.kRamTop, s.kProgram = 0x0200, 0x0C00, 0x1724, 0x19EF
 s.kQueueHead, s.kQueueTail, s.kQueue = 0x0B1D, 0x0B1E, 0x1200
 
