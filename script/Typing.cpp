@@ -48,6 +48,7 @@ constexpr std::array kKeys{
     KeyOfCharacter{"&", AltGr('C')},   KeyOfCharacter{"[", AltGr('F')},   KeyOfCharacter{"]", AltGr('G')},
     KeyOfCharacter{"{", AltGr('B')},   KeyOfCharacter{"}", AltGr('N')},   KeyOfCharacter{"\\", AltGr('Q')},
     KeyOfCharacter{"|", AltGr('W')},   KeyOfCharacter{"~", AltGr('1')},   KeyOfCharacter{"^", AltGr('3')},
+    KeyOfCharacter{"`", AltGr('7')},
 };
 
 // The first character of the text, at least one byte.

@@ -1,59 +1,49 @@
-// The hardware monitor: what its frame "SOUND" shows.
 #include <gtest/gtest.h>
 
 #include <memory>
 
 #include "core/Machine.h"
-#include "core/Ports.h"
+#include "core/RunLoop.h"
 #include "devtools/TVCmon.h"
 
-namespace quoll {
+namespace quoll::test {
 namespace {
 
-struct TVCmonTest : testing::Test {
+TEST(TVCmon, StartsWithBothInterruptBoxesTicked) {
+  const TVCmon monitor;
+  EXPECT_FALSE(monitor.Check1);
+  EXPECT_TRUE(monitor.Check2);
+  EXPECT_TRUE(monitor.Check3);
+}
+
+TEST(TVCmon, ControlsReachTheirOwnFields) {
   Host host;
-  std::unique_ptr<Machine> machine = std::make_unique<Machine>(host);
-  Machine& m = *machine;
-
-  SoundFields With(uint8_t port4, uint8_t port5, uint8_t port6) {
-    m.PortShadow[4] = port4;
-    m.PortShadow[5] = port5;
-    m.PortShadow[6] = port6;
-    return ReadSoundFields(m);
+  const auto m = std::make_unique<Machine>(host);
+  ASSERT_EQ(TVCmonControls().size(), 3U);
+  bool* const fields[] = {&m->tvcmon.Check1, &m->tvcmon.Check2, &m->tvcmon.Check3};
+  const char* const names[] = {"Check1", "Check2", "Check3"};
+  for (size_t i = 0; i < 3; ++i) {
+    EXPECT_EQ(TVCmonControls()[i].name, names[i]);
+    EXPECT_EQ(std::get<bool*>(TVCmonControls()[i].field(*m)), fields[i]);
   }
-};
-
-TEST_F(TVCmonTest, SoundFrame) {
-  m.run.ToneItCounter = -12;
-  SoundFields fields = With(0x2C, 0xFA, 0xFF);
-  EXPECT_EQ(fields.Pitch, "A2C");
-  EXPECT_EQ(fields.Volume, "15");
-  EXPECT_EQ(fields.SoundIT, "1");
-  EXPECT_EQ(fields.OutEnable, "1");
-  EXPECT_EQ(fields.Counter, "-12");
-  EXPECT_TRUE(fields.active);
-  fields = With(0x05, 0xC0, 0x83);
-  EXPECT_EQ(fields.Pitch, "005");
-  EXPECT_EQ(fields.Volume, "0");
-  EXPECT_EQ(fields.SoundIT, "0");
-  EXPECT_EQ(fields.OutEnable, "0");
-  EXPECT_FALSE(fields.active);
 }
 
-TEST_F(TVCmonTest, LampOfTheTone) {
-  EXPECT_TRUE(With(0xF0, 0x1F, 0).active);   // pitch 4080
-  EXPECT_FALSE(With(0xF1, 0x1F, 0).active);  // the first one that is too high
-  EXPECT_FALSE(With(0xF0, 0x0F, 0).active);
-}
-
-TEST_F(TVCmonTest, LampOfTheInterrupt) {
-  m.PortShadow[kStatusPort] = 0xFF;
-  EXPECT_FALSE(ReadSoundFields(m).irq);
-  m.PortShadow[kStatusPort] = 0xEF;
-  EXPECT_TRUE(ReadSoundFields(m).irq);
-  m.PortShadow[kStatusPort] = 0xF0;  // the cards' flags have lamps of their own
-  EXPECT_FALSE(ReadSoundFields(m).irq);
+// The tone counter runs out at the first pass: the interrupt flag, which is low when raised, follows the box.
+TEST(TVCmon, Check3LetsTheToneInterruptThrough) {
+  for (const bool enabled : {true, false}) {
+    Host host;
+    const auto m = std::make_unique<Machine>(host);
+    CpuInit(m->z80);
+    m->PortShadow[2] = 0xB0;
+    m->PortShadow[5] = 0x20;
+    m->PortShadow[0x59] = 0xBF;
+    m->run.ToneItCounter = 1;
+    m->tvcmon.Check3 = enabled;
+    m->tvcmon.Check2 = !enabled;  // has no part in it
+    RunLoop(*m);
+    EXPECT_EQ(m->PortShadow[0x59], enabled ? 0xAF : 0xBF);
+  }
 }
 
 }  // namespace
-}  // namespace quoll
+}  // namespace quoll::test

@@ -291,5 +291,5 @@ shift_keys:
         .byte   K_BS, K_DELETE, K_UP, K_HOME, 0
 alt_keys:
         .byte   ',', 0x3B
-        .ascii  "y>v@x#c&f[g]b{n}q\\w|1~3^7`"
+        .ascii  "y>v@x#c&f[g]b{n}q\\w|1~3^7`-*"
         .byte   0x92, '<', 0x91, '$', 0

@@ -67,7 +67,7 @@ for _, key in ipairs{{0x6A, "*"}, {0x6B, "+"}, {0x6D, "-"}, {0x6F, "/"}} do give
 -- With Alt, Ctrl or not: the host holds Alt alone back, so it comes with Ctrl or Shift.
 for _, key in ipairs{{0xBC, ";"}, {0xE2, "<"}, {0x59, ">"}, {0xBA, "$"}, {0x56, "@"}, {0x58, "#"}, {0x43, "&"},
                      {0x46, "["}, {0x47, "]"}, {0x42, "{"}, {0x4E, "}"}, {0x51, "\\"}, {0x57, "|"}, {0x31, "~"},
-                     {0x33, "^"}, {0x37, "`"}} do
+                     {0x33, "^"}, {0x37, "`"}, {0xBD, "*"}} do
   gives(key[1], kAltGr, key[2])
 end
 gives(0x41, kAltGr, nil)
