@@ -40,6 +40,7 @@ struct PaceHost : QtHost {
 
   double seconds = 60;
   bool max = false;
+  bool keepsBlocks = false;
   std::vector<Clock::time_point> ends;  // of frames
   std::vector<double> figures;          // Text1
   std::vector<Block> blocks;
@@ -72,7 +73,9 @@ struct PaceHost : QtHost {
     delivered = m.fdxf.TextR;
     if (ends.size() > kStart && Passed() >= seconds) Close();
   }
-  void BlockMixed(Machine& m) override { blocks.push_back(m.mixer.BlockBuffer); }
+  void BlockMixed(Machine& m) override {
+    if (keepsBlocks) blocks.push_back(m.mixer.BlockBuffer);
+  }
   void MessageBox(std::string_view text, std::string_view title, MessageIcon) override {
     std::printf("message: %.*s | %.*s\n", static_cast<int>(title.size()), title.data(),
                 static_cast<int>(text.size()), text.data());
@@ -149,11 +152,11 @@ int main(int argc, char** argv) {
       host.seconds = std::atof(argv[i]);
     }
   }
+  const char* driver = std::getenv("SDL_AUDIODRIVER");
+  const char* file = std::getenv("SDL_DISKAUDIOFILE");
+  host.keepsBlocks = driver != nullptr && std::strcmp(driver, "disk") == 0 && file != nullptr && !host.max;
   const int status = quoll::Main(host);
   if (host.ends.size() <= quoll::PaceHost::kStart) return 1;
   quoll::Report(host);
-  const char* driver = std::getenv("SDL_AUDIODRIVER");
-  const char* file = std::getenv("SDL_DISKAUDIOFILE");
-  const bool disk = driver != nullptr && std::strcmp(driver, "disk") == 0 && file != nullptr && !host.max;
-  return status == 0 && (!disk || quoll::Compare(host, file)) ? 0 : 1;
+  return status == 0 && (!host.keepsBlocks || quoll::Compare(host, file)) ? 0 : 1;
 }

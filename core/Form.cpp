@@ -26,6 +26,7 @@ std::span<const Form> Forms() {
       Form{"TVCmon", TVCmonControls()},   Form{"ErrorSim", ErrorSimControls()},
       Form{"TPrint", TPrintControls()},   Form{"TTools", TToolsControls()},
       Form{"TTape", TTapeControls()},     Form{"FDXF", FDXFControls()},
+      Form{"Fsaa", FsaaControls()},
   };
   return forms;
 }

@@ -27,6 +27,7 @@
 #include "media/TTape.h"
 #include "media/Tape.h"
 #include "sound/FDXF.h"
+#include "sound/Fsaa.h"
 #include "sound/Mixer.h"
 #include "sound/Tone.h"
 #include "z80/Z80State.h"
@@ -71,6 +72,7 @@ struct Machine {
   TVCmon tvcmon;
   TTape ttape;
   FDXF fdxf;
+  Fsaa fsaa;
   ErrorSim errorsim;
   TPrint printer;
   TTools tools;

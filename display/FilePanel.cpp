@@ -2,6 +2,7 @@
 
 #include <array>
 #include <filesystem>
+#include <fstream>
 
 #include "core/Machine.h"
 #include "media/Cartridge.h"
@@ -38,6 +39,19 @@ const FileAction* FindAction(std::string_view caption, std::string_view pattern)
   return nullptr;
 }
 
+// A file with content, not a folder or a pipe, that the user may read.
+bool IsFile(const std::filesystem::path& path) {
+  std::error_code error;
+  return std::filesystem::is_regular_file(path, error) && std::ifstream(path).good();
+}
+
+// The panel is hidden first: a load may serve the user's events before it goes on.
+void Run(Machine& m, const FileAction& action, const std::string& file) {
+  m.panel.visible = false;
+  action.run(m, file);
+  m.screen.focusPicD = true;
+}
+
 // "*.cas" gives ".cas".
 std::string_view Extension(std::string_view pattern) {
   return pattern.starts_with("*.") ? pattern.substr(1) : std::string_view{};
@@ -71,8 +85,12 @@ void ChoosePattern(Machine& m, const std::string& pattern) {
 
 std::string FilePanelFile(const FilePanel& panel) {
   if (panel.name.empty()) return {};
-  const std::string name = WithExtension(panel.name, Extension(panel.pattern));
-  return (std::filesystem::path(panel.folder) / name).string();
+  std::error_code error;
+  const auto folder =
+      panel.folder.empty() ? std::filesystem::current_path(error) : std::filesystem::path(panel.folder);
+  const auto typed = folder / panel.name;
+  if (panel.caption == kOpenCaption && IsFile(typed)) return typed.string();
+  return (folder / WithExtension(panel.name, Extension(panel.pattern))).string();
 }
 
 void FilePanelPress(Machine& m) {
@@ -81,25 +99,22 @@ void FilePanelPress(Machine& m) {
     m.panel.error = "Choose a file or type its name.";
     return;
   }
-  std::error_code unknown;
-  if (m.panel.caption == kOpenCaption && !std::filesystem::exists(file, unknown)) {
+  const FileAction* action = FindAction(m.panel.caption, m.panel.pattern);
+  if (action == nullptr) return;
+  if (action->caption == kOpenCaption && !IsFile(file)) {
     m.panel.error = "There is no such file.";
     return;
   }
-  // Hidden first: a load may serve the user's events before it goes on.
-  m.panel.visible = false;
   m.panel.error.clear();
-  const FileAction* action = FindAction(m.panel.caption, m.panel.pattern);
-  if (action != nullptr && action->run != nullptr) action->run(m, file);
-  m.screen.focusPicD = true;
+  Run(m, *action, file);
 }
 
 bool OpenBySuffix(Machine& m, const std::string& file) {
   std::string pattern = "*" + std::filesystem::path(file).extension().string();
   for (char& c : pattern) c = Small(c);
   const FileAction* action = FindAction(kOpenCaption, pattern);
-  if (action == nullptr || action->run == nullptr) return false;
-  action->run(m, file);
+  if (action == nullptr || !IsFile(file)) return false;
+  Run(m, *action, file);
   return true;
 }
 

@@ -39,7 +39,8 @@ void OpenFilePanel(Machine& m, std::string_view caption, std::string_view patter
 // Start, end and program word are asked for only when a cassette file is saved.
 bool ShowsCasBoxes(const FilePanel& panel);
 
-// The file that name and folder stand for, the pattern's extension at its end; empty without a name.
+// The path that name and folder stand for, the pattern's extension at its end; to be opened, a file of just
+// that name comes first. Empty without a name.
 std::string FilePanelFile(const FilePanel& panel);
 
 // The user has changed the pattern. One that belongs to a file action with the panel's caption becomes the
@@ -50,7 +51,8 @@ void ChoosePattern(Machine& m, const std::string& pattern);
 // isn't there, it stays and says so.
 void FilePanelPress(Machine& m);
 
-// Opens a file by its suffix as the panel would, in large or small letters. False for an unknown suffix.
+// Opens a file by its suffix as the panel would, in large or small letters. False for an unknown suffix, and
+// when there is no file that can be read.
 bool OpenBySuffix(Machine& m, const std::string& file);
 
 }  // namespace quoll

@@ -101,6 +101,7 @@ void xLoadTim_Click(Machine& m) { OpenFilePanel(m, kOpenCaption, "*.tim"); }
 void xUnloadCRT_Click(Machine& m) {
   m.panel.visible = false;
   UnloadCRT(m);
+  FocusPicture(m);
 }
 
 // These tell the user themselves when a file can't be written or read.

@@ -1,5 +1,6 @@
 // Cassette files: the first four bytes say how long the file claims to be beyond the bytes that are there,
-// then comes the file. Afterwards a program is saved from two addresses taken from the file's own end.
+// or, when they are odd, the length to which the rest is repeated; then comes the file. Afterwards a program
+// is saved from two addresses taken from the file's own end.
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -7,6 +8,7 @@
 
 #include "core/Machine.h"
 #include "core/MachineInit.h"
+#include "fuzz/Tiled.h"
 #include "media/Cas.h"
 
 namespace quoll {
@@ -21,6 +23,7 @@ void CheckZeros(const Machine& m, size_t first, size_t end) {
 
 constexpr size_t kPointers = 0x1728;  // BASIC's pointers lie below
 constexpr size_t kStart = 0x19EF;
+constexpr size_t kLongest = 300'000;  // beyond the memory's end
 
 void CheckLoad(Machine& m, std::span<const uint8_t> file) {
   const size_t program = file.size() > kCasHeaderSize ? file.size() - kCasHeaderSize : 0;
@@ -32,6 +35,12 @@ void CheckLoad(Machine& m, std::span<const uint8_t> file) {
   }
   CheckZeros(m, kPointers, kStart);
   CheckZeros(m, kStart + stored, m.MemImage.size());
+}
+
+void CheckPointers(const Machine& m, uint64_t size) {
+  const auto word = [&m](size_t at) { return m.MemImage[at] + m.MemImage[at + 1] * 0x100; };
+  const uint64_t end = size + kStart - kCasHeaderSize;
+  if (word(0x1722) != kStart || word(0x1726) != static_cast<int>(end & 0xFFFF)) std::abort();
 }
 
 void CheckSave(Machine& m, int32_t s, int32_t e) {
@@ -53,8 +62,15 @@ void Run(std::span<const uint8_t> input) {
     std::memcpy(&beyond, input.data(), sizeof beyond);
     input = input.subspan(sizeof beyond);
   }
-  PlaceCas(*m, input, uint64_t{input.size()} + beyond);
-  CheckLoad(*m, input);
+  std::vector<uint8_t> file(input.begin(), input.end());
+  if ((beyond & 1) != 0) {
+    file = Tiled(input, (beyond >> 1) % kLongest);
+    beyond = 0;
+  }
+  const uint64_t size = uint64_t{file.size()} + beyond;
+  PlaceCas(*m, file, size);
+  CheckLoad(*m, file);
+  CheckPointers(*m, size);
   int32_t numbers[2] = {0, 0x8000};
   if (input.size() >= sizeof numbers) std::memcpy(numbers, input.last(sizeof numbers).data(), sizeof numbers);
   if (input.size() > sizeof numbers) m->PortShadow[2] = input[0];

@@ -1,6 +1,7 @@
-// Cartridge files: the first byte chooses between a plain cartridge and the MEX4MB store, the rest is the
-// file, which lies in a folder in memory beside system ROMs of zeros. The machine then runs for a frame with
-// the cartridge's first page at 0xC000, and the cartridge is taken out.
+// Cartridge files: the first byte chooses between a plain cartridge and the MEX4MB store, and the length to
+// which the rest is repeated, if at all. That is the file, which lies in a folder in memory beside system
+// ROMs of zeros. The machine then runs for a frame with the cartridge's first page at 0xC000, and the
+// cartridge is taken out.
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -11,6 +12,7 @@
 #include "core/Machine.h"
 #include "core/MachineInit.h"
 #include "core/RunLoop.h"
+#include "fuzz/Tiled.h"
 #include "media/Cartridge.h"
 
 namespace quoll {
@@ -79,8 +81,12 @@ void CheckSave(Machine& m, const fs::path& folder) {
 void Run(std::span<const uint8_t> input) {
   static FuzzHost host;
   static const Folder folder;
-  const bool store = !input.empty() && (input[0] & 1) != 0;
+  const uint8_t kind = input.empty() ? 0 : input[0];
+  const bool store = (kind & 1) != 0;
   if (!input.empty()) input = input.subspan(1);
+  // Up to a little more than the window holds; a store reaches over several pages.
+  const std::vector<uint8_t> tiled = Tiled(input, size_t{kind} * (store ? 1000 : 70));
+  if ((kind & 2) != 0) input = tiled;
   const fs::path file = folder.path / (store ? kMexCartridge : "game.crt");
   WriteAll(file, input);
   const auto m = std::make_unique<Machine>(host);

@@ -1,5 +1,6 @@
-// Snapshot files of any content: the input is the file, or, when its first byte is odd, what a whole file is
-// filled with behind its name. When its last byte is odd, the machine draws a picture and runs for a frame.
+// Snapshot files of any content. The input's last byte tells what is made of the others: bit 0, the machine
+// draws a picture and runs for a frame; bit 1, they fill a whole file behind its name; bit 2, only up to a
+// length that they tell, so that the file is cut short. Without bit 1 they are the file.
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -9,6 +10,7 @@
 #include "core/Machine.h"
 #include "core/MachineInit.h"
 #include "core/RunLoop.h"
+#include "fuzz/Tiled.h"
 #include "media/Snapshot.h"
 
 namespace quoll {
@@ -28,10 +30,7 @@ struct FuzzHost : Host {
 };
 
 std::vector<uint8_t> WholeFile(std::span<const uint8_t> filling) {
-  std::vector<uint8_t> file(kSnapshotSize);
-  for (size_t at = 0; at < file.size(); at += filling.size()) {
-    std::memcpy(file.data() + at, filling.data(), std::min(filling.size(), file.size() - at));
-  }
+  std::vector<uint8_t> file = Tiled(filling, kSnapshotSize);
   std::copy(kMagic.begin(), kMagic.end(), file.begin());
   return file;
 }
@@ -65,8 +64,14 @@ void Run(std::span<const uint8_t> input) {
     MachineReset(*fresh);
     return fresh;
   }();
+  const uint8_t kind = input.empty() ? 0 : input.back();
+  if (!input.empty()) input = input.first(input.size() - 1);
   std::vector<uint8_t> file(input.begin(), input.end());
-  if (!input.empty() && (input[0] & 1) != 0) file = WholeFile(input);
+  if ((kind & 2) != 0 && input.size() >= 3) {
+    file = WholeFile(input);
+    const size_t length = input[0] + input[1] * size_t{0x100} + input[2] * size_t{0x10000};
+    if ((kind & 4) != 0) file.resize(length % (kSnapshotSize + 100));
+  }
   const bool snapshot =
       file.size() >= kMagic.size() && std::equal(kMagic.begin(), kMagic.end(), file.begin());
 
@@ -75,7 +80,7 @@ void Run(std::span<const uint8_t> input) {
   if ((result == SnapshotResult::Foreign) == snapshot) std::abort();
   CheckTaken(*m, *before, file, snapshot);
   CheckRoundTrip(*m, *before);
-  if (input.empty() || (input.back() & 1) == 0) return;
+  if ((kind & 1) == 0) return;
   redraw(*m);
   m->run.CpuRunning = 1;
   try {

@@ -7,6 +7,7 @@
 
 #include "core/Machine.h"
 #include "core/MachineInit.h"
+#include "fuzz/Tiled.h"
 #include "media/Pictures.h"
 
 namespace quoll {
@@ -55,8 +56,7 @@ void Run(std::span<const uint8_t> input) {
   }
   std::vector<uint8_t> file(input.begin(), input.end());
   if ((head.length & 1) != 0 && !input.empty()) {
-    file.resize(std::max<size_t>(input.size(), size_t{head.length} * 1000));
-    for (size_t at = input.size(); at < file.size(); ++at) file[at] = file[at - input.size()];
+    file = Tiled(input, std::max<size_t>(input.size(), size_t{head.length} * 1000));
   }
   m->run.FrameClock = head.frameClock;
   m->crtc.CrtcRegs[1] = 64;

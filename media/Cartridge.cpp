@@ -23,7 +23,9 @@ void LoadCRT(Machine& m, const std::string& file) {
   const std::filesystem::path path(file);
   std::error_code error;
   m.CartName = path.filename().string();
-  m.cartFolder = std::filesystem::exists(path, error) ? path.parent_path().string() : std::string();
+  // With a folder of its own it is found again wherever the program works then.
+  const bool there = path.has_parent_path() && std::filesystem::exists(path, error);
+  m.cartFolder = there ? std::filesystem::absolute(path, error).parent_path().string() : std::string();
   Rebuild(m);
 }
 

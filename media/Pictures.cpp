@@ -34,7 +34,7 @@ void SetMode(Machine& m, uint8_t mode) {
 }  // namespace
 
 void ShowTim(Machine& m, std::span<const uint8_t> file) {
-  if (file.size() > kTimMode) SetMode(m, file[kTimMode]);
+  SetMode(m, file.size() > kTimMode ? file[kTimMode] : 0);
   for (int32_t colour = 0; colour < kColours; ++colour) {
     const size_t place = kTimPalette + static_cast<size_t>(colour);
     if (place >= file.size()) break;

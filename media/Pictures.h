@@ -13,8 +13,9 @@ struct Machine;
 inline constexpr size_t kTimHeaderSize = 16;  // byte 3 the mode, bytes 4 to 7 the palette; then the screen
 
 // Shows a picture file's bytes: mode into port 6, palette into ports 0x60 to 0x63, the screen to video bank 0
-// whichever is displayed, on through the memory array to its end if there is so much. What a short
-// file does not hold stays as it is.
+// whichever is displayed, on through the memory array to its end if there is so much. Palette and screen
+// bytes that a short file does not hold stay as they are; without a mode byte the mode is that of two
+// colours.
 void ShowTim(Machine& m, std::span<const uint8_t> file);
 
 // ShowTim of a file. False when it can't be read: the user has been told and the machine is as it was.

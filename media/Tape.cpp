@@ -1,11 +1,6 @@
 #include "media/Tape.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
 #include <cstring>
 #include <filesystem>
@@ -14,6 +9,7 @@
 #include "core/Machine.h"
 #include "core/RunState.h"
 #include "core/Wrap.h"
+#include "media/BinaryFile.h"
 #include "sound/WaveHeader.h"
 
 namespace quoll {
@@ -25,69 +21,6 @@ constexpr int32_t kLongestGap = 62000;      // T-states; what is longer is no ha
 constexpr double kSampleTStates = 80.0;     // 3125000 / 80 is 39062 samples a second
 constexpr int32_t kLastSlotTState = 62621;  // the last T-state of a frame's last sound slot
 constexpr const char* kTitle = "QUOLLEMU";
-constexpr mode_t kFileMode = 0666;
-
-// An open file that closes itself. Any operation on one that could not be opened fails.
-struct OpenFile {
-  int descriptor;
-
-  OpenFile(const std::string& file, int flags) : descriptor(-1) {
-    do {
-      // A pipe must not make the machine wait for its other end.
-      descriptor = open(file.c_str(), flags | O_CLOEXEC | O_NONBLOCK, kFileMode);
-    } while (descriptor < 0 && errno == EINTR);
-    struct stat status {};
-    if (descriptor >= 0 && (fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode))) Close();
-  }
-  ~OpenFile() { Close(); }
-  OpenFile(const OpenFile&) = delete;
-  OpenFile& operator=(const OpenFile&) = delete;
-
-  explicit operator bool() const { return descriptor >= 0; }
-
-  // Number of bytes read; fewer than asked for at the end of the file or on an error.
-  size_t Read(std::span<uint8_t> bytes, int64_t position) const {
-    size_t done = 0;
-    while (done < bytes.size()) {
-      const ssize_t got = pread(descriptor, bytes.data() + done, bytes.size() - done,
-                                static_cast<off_t>(position + static_cast<int64_t>(done)));
-      if (got < 0 && errno == EINTR) continue;
-      if (got <= 0) break;
-      done += static_cast<size_t>(got);
-    }
-    return done;
-  }
-
-  bool Write(std::span<const uint8_t> bytes, int64_t position) const {
-    for (size_t done = 0; done < bytes.size();) {
-      const ssize_t put = pwrite(descriptor, bytes.data() + done, bytes.size() - done,
-                                 static_cast<off_t>(position + static_cast<int64_t>(done)));
-      if (put < 0 && errno == EINTR) continue;
-      if (put <= 0) return false;
-      done += static_cast<size_t>(put);
-    }
-    return true;
-  }
-
-  int64_t Length() const {
-    struct stat status {};
-    return fstat(descriptor, &status) == 0 ? static_cast<int64_t>(status.st_size) : -1;
-  }
-
- private:
-  void Close() {
-    if (descriptor >= 0) close(descriptor);
-    descriptor = -1;
-  }
-};
-
-// The full name, so that a later change of the working directory does not matter.
-std::string FullName(const std::string& file) {
-  if (file.empty() || file.find('\0') != std::string::npos) return {};
-  std::error_code error;
-  const std::filesystem::path full = std::filesystem::absolute(file, error);
-  return error ? file : full.string();
-}
 
 void WindTo(TapeInput& input, int64_t position) {
   input.position = position;
@@ -100,8 +33,8 @@ bool Refill(TapeInput& input) {
   if (input.ended) return false;
   input.next = input.aheadCount = 0;
   if (!input.file.empty()) {
-    const OpenFile file(input.file, O_RDONLY);
-    if (file) input.aheadCount = static_cast<uint32_t>(file.Read(input.ahead, input.position));
+    const BinaryFile file(input.file, BinaryFile::Read);
+    if (file) input.aheadCount = static_cast<uint32_t>(file.ReadAt(input.ahead, input.position));
   }
   input.position += input.aheadCount;
   input.ended = input.aheadCount == 0;
@@ -110,9 +43,9 @@ bool Refill(TapeInput& input) {
 
 void Flush(TapeOutput& output) {
   if (output.pendingCount == 0) return;
-  const OpenFile file(output.file, O_WRONLY);
+  const BinaryFile file(output.file, BinaryFile::Write);
   // What can't be written is lost without a word; the place moves on all the same.
-  if (file) file.Write(std::span(output.pending).first(output.pendingCount), output.written);
+  if (file) file.WriteAt(std::span(output.pending).first(output.pendingCount), output.written);
   output.written += output.pendingCount;
   output.pendingCount = 0;
 }
@@ -130,9 +63,9 @@ bool Create(TapeOutput& output, const char* name, const std::array<uint8_t, kWav
   output.file = FullName(name);
   output.pendingCount = 0;
   output.written = kWaveHeaderBytes;
-  unlink(output.file.c_str());
-  const OpenFile file(output.file, O_RDWR | O_CREAT);
-  const bool made = file && file.Write(header, 0);
+  RemoveFile(output.file);
+  const BinaryFile file(output.file, BinaryFile::Create);
+  const bool made = file && file.WriteAt(header, 0);
   if (!made) output.file.clear();
   return made;
 }
@@ -141,12 +74,12 @@ bool Create(TapeOutput& output, const char* name, const std::array<uint8_t, kWav
 void Finish(TapeOutput& output) {
   if (output.file.empty()) return;
   Flush(output);
-  const OpenFile file(output.file, O_RDWR);
+  const BinaryFile file(output.file, BinaryFile::Write);
   const int64_t length = file ? file.Length() : -1;
   const auto store = [&](int64_t value, int64_t position) {
     std::array<uint8_t, 4> bytes{};
     for (size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<uint8_t>(value >> (8 * i));
-    file.Write(bytes, position);
+    file.WriteAt(bytes, position);
   };
   if (length >= 0) {
     constexpr int64_t kRiffSize = 4, kDataSize = 40;
@@ -172,7 +105,7 @@ void TapeOpen(Machine& m, const std::string& fileName) {
   input.file = FullName(fileName);
   if (input.file.empty()) return;
   std::error_code error;
-  if (!std::filesystem::exists(input.file, error)) const OpenFile made(input.file, O_RDWR | O_CREAT);
+  if (!std::filesystem::exists(input.file, error)) const BinaryFile made(input.file, BinaryFile::Create);
 }
 
 void TapeOpenFirst(Machine& m) {

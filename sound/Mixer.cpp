@@ -68,11 +68,15 @@ void SoundSync(Machine& m) {
   if (m.screen.xS6) return;
   // Only the flag ends the wait: choosing "Max" meanwhile counts from the next block on.
   while (m.mixer.NeedData == 0) m.host->WaitForBlock(m);
+  // Written only when it changes, which it seldom does.
+  if (m.mixer.FrameInBlock != kFramesPerBlock || m.fsaa.Label11 != "5")
+    m.fsaa.Label11 = std::to_string(m.mixer.FrameInBlock);
   m.mixer.NeedData = 0;
   // The run loop comes with a full block; whoever comes with less gets what is missing.
   for (int frame = 0; frame < kFramesPerBlock && m.mixer.FrameInBlock < kFramesPerBlock; ++frame)
     SoundFrame(m);
   m.mixer.FrameInBlock = 0;
+  FsaaBlockEnded(m);
 }
 
 // Without a sound device nobody has to be waited for.

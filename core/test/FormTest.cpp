@@ -18,7 +18,7 @@ TEST(Form, AllFormsAreThere) {
     EXPECT_FALSE(form.controls.empty()) << form.name;
   }
   EXPECT_EQ(names, (std::vector<std::string>{"TScreen", "CPUmon", "TVCmon", "ErrorSim", "TPrint", "TTools",
-                                             "TTape", "FDXF"}));
+                                             "TTape", "FDXF", "Fsaa"}));
 }
 
 TEST(Form, NamesAreUniqueAndFound) {

@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QShortcut>
 #include <QStyle>
 
 #include "core/Machine.h"
@@ -94,6 +95,10 @@ void FilePanelFrame::BuildLists() {
     Pull();
   });
   connect(files, &QListWidget::itemDoubleClicked, this, [this] { Press(); });
+  for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
+    auto* shortcut = new QShortcut(key, files, nullptr, nullptr, Qt::WidgetShortcut);
+    connect(shortcut, &QShortcut::activated, this, [this] { Press(); });
+  }
 }
 
 QLineEdit* FilePanelFrame::AddBox(const char* objectName, const QString& accessibleName, std::string* field) {

@@ -4,6 +4,7 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QListWidget>
+#include <QPainter>
 #include <QPushButton>
 #include <QStyle>
 
@@ -11,6 +12,23 @@
 #include "media/qt/DeckPicture.h"
 
 namespace quoll {
+
+namespace {
+
+// Triangle over a bar, as on every deck.
+QIcon EjectIcon(const QPalette& palette) {
+  QPixmap picture(16, 16);
+  picture.fill(Qt::transparent);
+  QPainter painter(&picture);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(palette.buttonText());
+  painter.drawPolygon(QPolygonF({{8, 2}, {15, 10}, {1, 10}}));
+  painter.drawRect(1, 12, 14, 3);
+  return picture;
+}
+
+}  // namespace
 
 TapeWindow::TapeWindow(QtHost& hostOfWindow, Machine& machineOfWindow)
     : FormWindow(hostOfWindow, machineOfWindow, &Windows::TTape, "TTape"),
@@ -23,16 +41,16 @@ TapeWindow::TapeWindow(QtHost& hostOfWindow, Machine& machineOfWindow)
   connect(&timer1, &QTimer::timeout, this, [this] { host.Guard([this] { TTape_Timer1(m); }); });
 
   auto* keys = new QHBoxLayout;
-  keys->addWidget(AddKey("Command1", QStyle::SP_MediaSeekBackward, tr("Rewind")));
-  keys->addWidget(AddKey("Command2", QStyle::SP_MediaPlay, tr("Play")));
-  keys->addWidget(AddKey("Command3", QStyle::SP_MediaSeekForward, tr("Fast forward")));
-  keys->addWidget(AddKey("Command9", QStyle::SP_ArrowUp, tr("Eject: choose a tape")));
+  keys->addWidget(AddKey("Command1", Icon(QStyle::SP_MediaSeekBackward), tr("Rewind")));
+  keys->addWidget(AddKey("Command2", Icon(QStyle::SP_MediaPlay), tr("Play")));
+  keys->addWidget(AddKey("Command3", Icon(QStyle::SP_MediaSeekForward), tr("Fast forward")));
+  keys->addWidget(AddKey("Command9", EjectIcon(palette()), tr("Eject: choose a tape")));
   keys->addStretch();
   keys->addWidget(Counter("Label1", tr("Counter")));
   auto* second = new QHBoxLayout;
   second->addWidget(new QLabel(tr("Second deck")));
   second->addStretch();
-  second->addWidget(AddKey("Command8", QStyle::SP_MediaSeekBackward, tr("Rewind the second deck")));
+  second->addWidget(AddKey("Command8", Icon(QStyle::SP_MediaSeekBackward), tr("Rewind the second deck")));
   second->addWidget(Counter("Label2", tr("Counter of the second deck")));
 
   auto* column = new QVBoxLayout(this);
@@ -43,9 +61,13 @@ TapeWindow::TapeWindow(QtHost& hostOfWindow, Machine& machineOfWindow)
   column->setSizeConstraint(QLayout::SetFixedSize);
 }
 
-QPushButton* TapeWindow::AddKey(const char* control, int icon, const QString& accessibleName) {
+QIcon TapeWindow::Icon(int standard) const {
+  return style()->standardIcon(static_cast<QStyle::StandardPixmap>(standard));
+}
+
+QPushButton* TapeWindow::AddKey(const char* control, const QIcon& icon, const QString& accessibleName) {
   auto* key = Add<QPushButton>(control, QString(), accessibleName);
-  key->setIcon(style()->standardIcon(static_cast<QStyle::StandardPixmap>(icon)));
+  key->setIcon(icon);
   key->setToolTip(accessibleName);
   return key;
 }

@@ -1,6 +1,7 @@
 // TTape: the window of the tape deck.
 #pragma once
 
+#include <QIcon>
 #include <QTimer>
 
 #include "core/qt/FormWindow.h"
@@ -22,7 +23,8 @@ class TapeWindow : public FormWindow {
   void hideEvent(QHideEvent* event) override;
 
  private:
-  QPushButton* AddKey(const char* control, int icon, const QString& accessibleName);
+  QIcon Icon(int standard) const;
+  QPushButton* AddKey(const char* control, const QIcon& icon, const QString& accessibleName);
   QWidget* Counter(const char* control, const QString& accessibleName);
   void BuildList();
   void FillList();

@@ -1,4 +1,6 @@
 // Cartridges: what comes into the window or the MEX4MB store, and how it goes out again.
+#include <sys/stat.h>
+
 #include "core/MachineInit.h"
 #include "core/Ports.h"
 #include "media/Cartridge.h"
@@ -72,6 +74,26 @@ TEST_F(CartridgeTest, WhereNothingIsTheProgramFolderIsAsked) {
   LoadCRT(m, "game.crt");
   EXPECT_EQ(Window(), Pattern(kWindowSize, 3));
   std::filesystem::current_path("..");
+}
+
+TEST_F(CartridgeTest, AChosenFolderHoldsWhereverTheProgramWorks) {
+  std::filesystem::create_directories("work/sub");
+  WriteAll("work/sub/game.crt", Pattern(kWindowSize, 5));
+  std::filesystem::current_path("work");
+  LoadCRT(m, "sub/game.crt");
+  EXPECT_EQ(Window(), Pattern(kWindowSize, 5));
+  std::filesystem::current_path(folder);
+  MachineInit(m);
+  EXPECT_EQ(Window(), Pattern(kWindowSize, 5));
+  LoadCRT(m, "./work/sub/../sub/game.crt");
+  EXPECT_EQ(Window(), Pattern(kWindowSize, 5));
+}
+
+TEST_F(CartridgeTest, OnlyFilesAreRead) {
+  ASSERT_EQ(mkfifo("pipe.crt", 0600), 0);
+  EXPECT_THROW(LoadCRT(m, Path("pipe.crt")), ProgramEnd);
+  std::filesystem::create_symlink("/dev/zero", "zero.crt");
+  EXPECT_THROW(LoadCRT(m, Path("zero.crt")), ProgramEnd);
 }
 
 TEST_F(CartridgeTest, ShortOnesAreFilledUpAndLongOnesCut) {

@@ -111,6 +111,12 @@ TEST_F(FilesTest, KeepsTheOldFileWhenTheDiskIsFull) {
   }
   EXPECT_EQ(error, "a: File too large");
   EXPECT_EQ(ReadAll("a"), old);
+  {
+    const FullDisk full(100);  // so small a file fails only when it is closed
+    error = SaveFile("a", Pattern(200, 2));
+  }
+  EXPECT_EQ(error, "a: File too large");
+  EXPECT_EQ(ReadAll("a"), old);
   EXPECT_EQ(Names(), (List{"a"}));
 }
 

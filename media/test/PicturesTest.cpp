@@ -107,7 +107,7 @@ TEST_F(PicturesTest, AShortTimGivesWhatItHas) {
     WriteAll("a.tim", Bytes(whole.begin(), whole.begin() + static_cast<ptrdiff_t>(size)));
     EXPECT_TRUE(LoadTIM(m, Path("a.tim")));
     EXPECT_TRUE(m.MemImage == memory);
-    EXPECT_EQ(m.PortShadow[6], size > 3 ? 0x5E : 0x5F);
+    EXPECT_EQ(m.PortShadow[6], size > 3 ? 0x5E : 0x5C);
     for (size_t i = 0; i < 4; ++i) {
       EXPECT_EQ(m.PortShadow[0x60 + i], size > 4 + i ? 0x44 + 0x11 * static_cast<int>(i) : 0x99);
     }

@@ -1,7 +1,7 @@
 ; What stands at 0x0000 in U0: restart and interrupt vectors, and the trampolines between the system ROM
 ; and the extension, which hide each other. Copied from here at every start; runs at 0x0000 only.
         .include "memory.inc"
-        .globl  low_page, LOW_SIZE
+        .globl  low_page, LOW_SIZE, START_CART
         .text
 
 low_page:
@@ -100,4 +100,28 @@ from_routine:
         ld      hl,(TRAMPHL)
         ld      a,(TRAMPA)
         ret
+
+; Calls the cartridge's code, behind its mark, when there is one; the cartridge may return. Changes everything.
+low_cart:
+        ld      a,PAGES_CART
+        ld      (PORT2),a
+        out     (2),a
+        ld      hl,0xC000
+        ld      de,cart_mark - low_page
+        ld      b,4
+cart1:  ld      a,(de)
+        cp      (hl)
+        jr      nz,cart2
+        inc     de
+        inc     hl
+        djnz    cart1
+        call    cart3 - low_page
+cart2:  ld      a,PAGES
+        ld      (PORT2),a
+        out     (2),a
+        ret
+cart3:  jp      (hl)
+cart_mark:
+        .ascii  "QCRT"
+        .equ    START_CART, low_cart - low_page
         .equ    LOW_SIZE, . - low_page

@@ -119,6 +119,7 @@ colour1: ld     a,c
         rst     RST_OUT
         ld      a,WARM
         ld      (WARMMARK),a
+        call    START_CART
         pop     af
         ld      a,1
         jp      z,basic_start

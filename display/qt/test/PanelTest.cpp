@@ -224,6 +224,75 @@ TEST_F(Panels, FoldersAreWalkedAndRemembered) {
   EXPECT_TRUE(QFile::exists(Path("games/b.tvs")));
 }
 
+TEST_F(Panels, WhatTheFileListShowsCanBeOpened) {
+  Make("game.bin", Cassette("\x33"));
+  Make("UP.CAS", Cassette("\x44"));
+  Select("xLoadCAS");
+  Type("Text5", "*.bin");
+  QTest::keyClick(Box("Text5"), Qt::Key_Return);
+  ASSERT_EQ(Listed("File1"), QStringList({"game.bin"}));
+  List("File1")->setFocus();
+  List("File1")->setCurrentRow(0);
+  QTest::keyClick(List("File1"), Qt::Key_Return);
+  Settle();
+  EXPECT_EQ(m.MemImage[0x19EF], 0x33);
+  EXPECT_EQ(QApplication::focusWidget(), window->Picture());
+  Select("xLoadCAS");
+  EXPECT_TRUE(m.panel.name.empty());
+  Type("Text3", "UP.CAS");
+  QTest::keyClick(Box("Text3"), Qt::Key_Return);
+  Settle();
+  EXPECT_EQ(m.MemImage[0x19EF], 0x44);
+}
+
+TEST_F(Panels, FilesOfTheWorkingDirectory) {
+  const QString before = QDir::currentPath();
+  ASSERT_TRUE(QDir::setCurrent(folder.path()));
+  m.panel.folder.clear();
+  Make("mine.crt", "\x66");
+  Select("xLoadCRT");
+  ASSERT_EQ(Listed("File1"), QStringList({"mine.crt"}));
+  Type("Text3", "mine");
+  QTest::keyClick(Box("Text3"), Qt::Key_Return);
+  Settle();
+  EXPECT_EQ(m.MemImage[0x14000], 0x66);
+  EXPECT_TRUE(host.messages.empty());
+  QDir::setCurrent(before);
+}
+
+TEST_F(Panels, TheBoxesAreFilledAndWrittenBack) {
+  m.PortShadow[2] = 0x70;
+  RenewPages(m);
+  const std::pair<int, int> words[] = {{0x1720, 30000}, {0x1722, 0x19EF}, {0x1726, 7000}};
+  for (const auto& [at, word] : words) {
+    MemWrite(m, at, static_cast<uint8_t>(word & 0xFF));
+    MemWrite(m, at + 1, static_cast<uint8_t>(word >> 8));
+  }
+  Select("xSaveCAS");
+  EXPECT_EQ(Box("Text6")->text(), "6639");
+  EXPECT_EQ(Box("Text7")->text(), "7000");
+  EXPECT_EQ(Box("Text8")->text(), "30000");
+  Type("Text6", "&H1000");
+  Type("Text7", "&H1A00");
+  Type("Text3", "mine");
+  QTest::mouseClick(Button(), Qt::LeftButton);
+  Settle();
+  EXPECT_EQ(m.panel.boxes.Text6, "6639");
+  EXPECT_EQ(m.panel.boxes.Text7, "6656");
+  EXPECT_EQ(QFile(Path("mine.cas")).size(), 144 + 17);
+}
+
+TEST_F(Panels, AnErrorGoesWithItsPanel) {
+  Select("xLoadSnap");
+  Type("Text3", "none");
+  QTest::mouseClick(Button(), Qt::LeftButton);
+  Settle();
+  EXPECT_FALSE(m.panel.error.empty());
+  Select("xLoadCAS");
+  EXPECT_TRUE(m.panel.error.empty());
+  EXPECT_TRUE(m.panel.name.empty());
+}
+
 TEST_F(Panels, ADoubleClickWalksOneLevel) {
   ASSERT_TRUE(QDir(folder.path()).mkpath("aa/bb/cc"));
   Select("xLoadSnap");
@@ -289,6 +358,14 @@ TEST_F(Panels, DroppedFilesOpenBySuffix) {
   Drop(Path("game.crt"));
   EXPECT_EQ(m.MemImage[0x14000], 0x21);
   EXPECT_TRUE(host.messages.empty());
+  ASSERT_TRUE(QDir(folder.path()).mkdir("folder.crt"));
+  Drop(Path("folder.crt"));
+  ASSERT_EQ(host.messages.size(), 1U);
+  EXPECT_NE(host.messages[0].find("can't be opened"), std::string::npos);
+  host.messages.clear();
+  Select("xLoadCAS");
+  Drop(Path("DROP.CAS"));
+  EXPECT_FALSE(m.panel.visible);
   Make("text.txt", "hello");
   Drop(Path("text.txt"));
   ASSERT_EQ(host.messages.size(), 1U);

@@ -168,7 +168,7 @@ TEST_F(DxPlay, TheDeviceGetsEachBlockOnce) {
   size_t at = 0;
   while (at < played.size() && played[at] == 128) ++at;
   ASSERT_GE(played.size(), at + 10 * kHalf);
-  EXPECT_EQ(at % kHalf, 0U);
+  EXPECT_GE(at, kHalf);
   for (size_t i = 0; i < 10 * kHalf; ++i) ASSERT_EQ(played[at + i], 1 + i / kHalf) << i;
 }
 

@@ -1,0 +1,44 @@
+10 REM *** PEN: drawing with the light pen ***
+20 REM The mouse is the pen. Its place stands in the CRTC's registers 16
+30 REM and 17 as 64*row+column, a cell being 2 by 10 points here; so that
+40 REM lines get smooth, the brush B,C follows the pen by a third only.
+50 REM The keyboard is read from the system's copy of its matrix.
+100 GRAPHICS 16:PAPER 0:BORDER 5:INK 15:CLS
+110 LOCATE 1,0:PRINT "LIGHT PEN DRAWER":INK 14
+120 LOCATE 4,0:PRINT "Hold SPACE: draw":LOCATE 6,0:PRINT "on the colours:"
+130 LOCATE 7,0:PRINT "take a new one"
+140 INK 13:LOCATE 10,0:PRINT "M mirrors on/off":LOCATE 12,0:PRINT "T thick or thin"
+150 LOCATE 14,0:PRINT "F fills an area":LOCATE 16,0:PRINT "C clears, Q ends"
+160 INK 10:LOCATE 20,3:PRINT "Press SPACE"
+170 IF INKEY$<>" " THEN 170
+180 N=15:M=0:T=0
+200 REM The sheet, under its row of colours
+210 PAPER 0:CLS:FOR I=0 TO 15:PAPER I:LOCATE 0,I:PRINT " ";:NEXT I:PAPER 0
+220 GOSUB 700:D=0
+300 REM Where the pen is
+310 OUT 112,16:H=IN(113):OUT 112,17:L=IN(113):OUT 112,16:IF H<>IN(113) THEN 310
+320 Y=INT((256*H+L)/64):X=256*H+L-64*Y:X=2*X+1:Y=10*Y+5
+330 K$=INKEY$:IF K$<>"" AND K$<>" " THEN 500
+340 IF PEEK(&0B3E) AND 32 THEN 360
+350 IF D=0 THEN 310 ELSE D=0:P=B:Q=C:B=X:C=Y:GOTO 420
+360 IF Y<10 THEN N=INT(X/8):GOSUB 700:D=0:GOTO 310
+370 IF D=0 THEN D=1:B=X:C=Y
+400 REM A stroke from P,Q to B,C
+410 P=B:Q=C:B=B+(X-B)/3:C=C+(Y-C)/3
+420 IF C<10 THEN C=10
+430 INK N:GOSUB 600:IF M=0 THEN 310
+440 P=127-P:B=127-B:GOSUB 600:Q=249-Q:C=249-C:GOSUB 600
+450 P=127-P:B=127-B:GOSUB 600:Q=249-Q:C=249-C:GOTO 310
+500 REM Keys
+510 IF K$>"Z" THEN K$=CHR$(ASC(K$)-32)
+520 IF K$="M" THEN M=1-M:SOUND 400+400*M,3
+530 IF K$="T" THEN T=1-T:SOUND 800-400*T,3
+540 IF K$="C" THEN 200
+550 IF K$="F" AND Y>9 THEN INK N:PAINT X,Y
+560 IF K$="Q" THEN GRAPHICS 2:BORDER 1:CLS:END
+570 GOTO 310
+600 REM The stroke itself
+610 PLOT P,Q:DRAW B,C:IF T=0 THEN RETURN
+620 PLOT P+1,Q:DRAW B+1,C:PLOT P,Q+1:DRAW B,C+1:PLOT P+1,Q+1:DRAW B+1,C+1:RETURN
+700 REM The border shows the colour
+710 BORDER N:RETURN
