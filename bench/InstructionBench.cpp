@@ -23,7 +23,7 @@ void Report(benchmark::State& state, double passesPerRound, double tStatesPerRou
 void WholeMachine(benchmark::State& state, const char* mix) {
   FrameHost host;
   auto m = MixMachine(host, mix);
-  for (auto round : state) RunFrames(*m, host, kFramesPerRound);
+  while (state.KeepRunning()) RunFrames(*m, host, kFramesPerRound);
   Report(state, PassesPerFrame(mix) * kFramesPerRound, double{kFrameTStates} * kFramesPerRound);
 }
 BENCHMARK_CAPTURE(WholeMachine, loop, "loop");
@@ -40,7 +40,7 @@ void WholeMachineDrawing(benchmark::State& state, const char* mix) {
   DrawingHost host;
   auto m = MixMachine(host, mix);
   m->crtc.CrtcRegs[1] = 64;
-  for (auto round : state) RunFrames(*m, host, kFramesPerRound);
+  while (state.KeepRunning()) RunFrames(*m, host, kFramesPerRound);
   Report(state, PassesPerFrame(mix) * kFramesPerRound, double{kFrameTStates} * kFramesPerRound);
 }
 BENCHMARK_CAPTURE(WholeMachineDrawing, loop, "loop");
@@ -51,7 +51,7 @@ void BareInstructions(benchmark::State& state, const char* mix) {
   auto m = MixMachine(host, mix);
   m->z80.IFF1 = m->z80.IFF2 = 0;
   m->crtc.CrtcRegs[10] = 32;
-  for (auto round : state) RunFrames(*m, host, kFramesPerRound);
+  while (state.KeepRunning()) RunFrames(*m, host, kFramesPerRound);
   Report(state, PassesPerFrame(mix) * kFramesPerRound, double{kFrameTStates} * kFramesPerRound);
 }
 BENCHMARK_CAPTURE(BareInstructions, loop, "loop");
@@ -63,7 +63,7 @@ void LiteralPasses(benchmark::State& state) {
   host.framesLeft = 1'000'000'000;
   auto m = MixMachine(host, "loop");
   m->run.BreakArmed = 1;
-  for (auto round : state) RunFrames(*m, host, 1);
+  while (state.KeepRunning()) RunFrames(*m, host, 1);
   Report(state, PassesPerFrame("loop"), kFrameTStates);
 }
 BENCHMARK(LiteralPasses);
@@ -75,7 +75,7 @@ void FloorOfTheLoop(benchmark::State& state) {
   floor.memory = m->MemImage.data();
   for (size_t page = 0; page < 16; ++page) floor.pages[page] = m->MemImage.data() + page * 0x1000;
   floor.pc = kMixStart;
-  for (auto round : state) RunFloor(floor, kFrameTStates * kFramesPerRound);
+  while (state.KeepRunning()) RunFloor(floor, kFrameTStates * kFramesPerRound);
   const double rounds = static_cast<double>(state.iterations());
   Report(state, static_cast<double>(floor.instructions) / rounds, double{kFrameTStates} * kFramesPerRound);
 }

@@ -34,7 +34,7 @@ void FormWindow::closeEvent(QCloseEvent* event) {
 }
 
 void FormWindow::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Escape) close();
+  if (escapeCloses && event->key() == Qt::Key_Escape) close();
   QWidget::keyPressEvent(event);
 }
 

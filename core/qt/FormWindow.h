@@ -36,6 +36,7 @@ class FormWindow : public QWidget, public RecordView {
     return button;
   }
 
+  bool escapeCloses = true;
   QtHost& host;
   Machine& m;
   ControlBinder binder;

@@ -51,6 +51,7 @@ int Main(QtHost& host) {
 
   MainWindow window(host, *machine);
   const auto formWindows = MakeFormWindows(host, *machine);
+  for (const auto& form : formWindows) form->Pull(*machine);
   host.messageParent = &window;
   machine->screen.Caption = "QUOLLEMU";
   window.Pull(*machine);

@@ -253,8 +253,9 @@ st_call:
 ; LOAD ["name"], SAVE ["name"], VERIFY ["name"]
 st_load:
         call    tape_name
-        call    program_sum
-        push    hl
+        call    keep_sum
+        ld      a,1
+        ld      (LOADING),a
         ld      hl,(RAMTOP)
         ld      de,-256                 ; for variables and strings
         add     hl,de
@@ -268,45 +269,21 @@ st_load:
         ld      hl,(PROGSTART)
         add     hl,de
         ld      (PROGEND),hl
+        xor     a
+        ld      (LOADING),a
         call    check_program
         jp      ready
 load_failed:
-        pop     hl
         push    af
-        push    hl
-        call    program_sum
-        pop     de
-        or      a
-        sbc     hl,de
+        call    compare_sum
         call    nz,new_program          ; overwritten
         call    clear
         ld      h,a
         ld      l,a
         ld      (CURLINE),hl
+        ld      (LOADING),a
         pop     af
         jp      raise_error
-
-; HL = sum of the program's bytes. Changes A, BC, DE.
-program_sum:
-        ld      hl,(PROGEND)
-        ld      de,(PROGSTART)
-        or      a
-        sbc     hl,de
-        ld      b,h
-        ld      c,l
-        ld      hl,0
-sum1:   ld      a,(de)
-        inc     de
-        add     hl,hl                   ; the order matters too
-        adc     a,l
-        ld      l,a
-        jr      nc,sum2
-        inc     h
-sum2:   dec     bc
-        ld      a,b
-        or      c
-        jr      nz,sum1
-        ret
 
 st_save:
         call    tape_area

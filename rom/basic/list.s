@@ -1,11 +1,30 @@
 ; LIST, in the extension ROM.
         .include "memory.inc"
         .include "basic.inc"
-        .globl  list_program
+        .globl  list_program, list_length
         .section .ext,"x"
+
+        .equ    LONGEST, 250            ; characters that the editor takes
+        .equ    MOSTDIGITS, 14
+
+; Error if LIST would show the line in TOKENBUF with more characters than the editor takes. Changes everything.
+list_length:
+        ld      a,LONGEST + 1
+        ld      (LISTROOM),a
+        ld      hl,(TOKENBUF + 1)
+        call    out_number
+        ld      a,' '
+        call    out
+        ld      de,TOKENBUF + 3
+        call    list_line
+        xor     a
+        ld      (LISTROOM),a
+        ret
 
 ; Lists the lines from RANGELOW to RANGEHIGH, until a break key. Changes everything.
 list_program:
+        xor     a
+        ld      (LISTROOM),a
         ld      de,(RANGELOW)
         sys     find_line
 list1:  ld      a,(BREAKKEY)
@@ -75,8 +94,8 @@ sign1:  call    out
 
 list_marker:
         cp      TK_TEXT
-        jr      z,list_text
-        jr      c,list_name
+        jp      z,list_text
+        jp      c,list_name
         push    af
         cp      TK_NUM
         jr      z,list_number
@@ -94,7 +113,7 @@ list_integer:
         push    de
         ld      h,b
         ld      l,c
-        sys     con_number
+        call    out_number
         pop     de
 digit_last:
         ld      a,'0'
@@ -103,23 +122,62 @@ digit_last:
 list_number:
         pop     af
         call    blank_between
+; As few digits, but ten at least, as bring the same number back. The largest numbers are not tried, as rounded
+; up they could be too large.
+        ld      c,10
+        ld      a,(de)
+        cp      254
+        jr      c,number1
+        ld      c,MOSTDIGITS
+number1:
         ld      hl,FACC
         ld      b,6
-number1:
+        push    de
+number2:
         ld      a,(de)
         inc     de
         ld      (hl),a
         inc     hl
-        djnz    number1
+        djnz    number2
+        push    bc
+        ld      a,c
+        sys     fp_digits
+        pop     bc
+        pop     de
+        ld      a,c
+        cp      MOSTDIGITS
+        jr      nc,number5
+        push    bc
         push    de
-        sys     fp_print
-        sys     con_str
+        sys     fp_parse
+        pop     de
+        pop     bc
+        push    de
+        ld      hl,FACC
+        ld      b,6
+number3:
+        ld      a,(de)
+        cp      (hl)
+        jr      nz,number4
+        inc     de
+        inc     hl
+        djnz    number3
+number4:
+        pop     de
+        jr      z,number5
+        inc     c
+        jr      number1
+number5:
+        ld      hl,6
+        add     hl,de
+        push    hl
+        call    out_text
         pop     de
         jr      digit_last
 list_hex:
         call    blank_due
         ld      a,'&'
-        rst     RST_OUT
+        call    out
         ld      a,b
         or      a
         call    nz,out_hex
@@ -128,7 +186,7 @@ list_hex:
         jr      digit_last
 
 list_text:
-        call    blank_due
+        call    blank_between
         ld      a,'"'
         call    out
         ld      a,(de)
@@ -231,12 +289,38 @@ rest1:  or      a
         call    out
         jr      rest1
 
-; Character A to the screen. Keeps A.
+; HL as a number, FTEXT: to the screen. Change everything.
+out_number:
+        sys     fp_fromuint
+        sys     fp_print
+out_text:
+        ld      hl,FTEXT
+text3:  ld      a,(hl)
+        inc     hl
+        or      a
+        ret     z
+        call    out
+        jr      text3
+
+; Character A to the screen, or just counted. Keeps A.
 out:    ld      (LASTCHAR),a
+        push    af
+        ld      a,(LISTROOM)
+        or      a
+        jr      nz,out_count
+        pop     af
         push    af
         rst     RST_OUT
         pop     af
         ret
+out_count:
+        dec     a
+        ld      (LISTROOM),a
+        jr      z,out_long
+        pop     af
+        ret
+out_long:
+        sys     raise_long
 
 ; A blank if the last character was a letter, digit or quote, or if one is due. Keeps all but F.
 blank_between:

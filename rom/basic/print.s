@@ -2,7 +2,7 @@
         .include "memory.inc"
         .include "errors.inc"
         .include "basic.inc"
-        .globl  st_print, st_input, st_read, st_restore, print_string, new_row
+        .globl  st_print, st_input, st_read, st_restore, print_string, new_row, item_overflow
         .text
 
 ; PRINT: ; stays, a comma goes to the next column that is a multiple of 16, TAB(column), SPC(number).
@@ -138,7 +138,7 @@ input2: ld      a,'?'
         ld      a,' '
         rst     RST_OUT
 input3: push    de
-        call    con_line
+        call    con_part
         pop     de
         jr      c,input_break
         xor     a
@@ -233,7 +233,15 @@ item:   push    hl
         ex      (sp),hl                 ; HL = text, stack: address of the value
         jr      nc,item_string
         push    de
+        ld      a,(ITEMEND)
+        or      a
+        jr      nz,item_parse
+        ld      (PARSESP),sp            ; an overflow comes back to item_overflow
+item_parse:
         call    parse_signed
+item_parsed:
+        ld      de,0
+        ld      (PARSESP),de
         pop     de
         jr      c,item_bad
         call    item_end
@@ -242,6 +250,10 @@ item:   push    hl
         call    num_store
         pop     hl
         ret
+item_overflow:
+        ld      sp,hl
+        scf
+        jr      item_parsed
 item_bad:
         pop     hl
         scf

@@ -4,30 +4,20 @@
         .include "basic.inc"
         .globl  basic_start, basic_error, basic_char, basic_rst, ready, raise_error, raise_long
         .globl  st_new, st_delete, st_list, st_renum, new_program, check_program, decimal, raise_syntax
+        .globl  keep_sum, compare_sum
         .text
 
-; From the system, A = 0 after a cold start, 1 after a warm one: then the program stays.
+; From the system, A = 0 after a cold start, 1 after a warm one: then the program stays, as far as its lines are
+; sound; not one of which a LOAD has overwritten a part.
 basic_start:
         ld      sp,STACKTOP
         or      a
-        jr      z,start1
-        ld      hl,(PROGSTART)
-        ld      de,PROGRAM
+        jr      z,st_new
+        ld      a,(LOADING)
         or      a
-        sbc     hl,de
-        jr      nz,start1
-        ld      hl,(PROGEND)
-        or      a
-        sbc     hl,de
-        jr      c,start1
-        ld      de,(RAMTOP)
-        ld      hl,(PROGEND)
-        or      a
-        sbc     hl,de
-        jr      nc,start1
-        call    clear
-        jr      ready
-start1: call    new_program
+        call    nz,compare_sum
+        jr      nz,st_new
+        call    check_program
         jr      ready
 
 st_new: call    new_program
@@ -39,7 +29,9 @@ ready:  ld      sp,STACKTOP
         call    new_row
         ld      hl,prompt
         call    con_str
-ready1: call    con_line
+ready1: call    keep_sum
+ready_wait:
+        call    con_line
         ld      a,0
         ld      (BREAKKEY),a
         jr      c,ready_break
@@ -47,6 +39,7 @@ ready1: call    con_line
         ld      de,(ENDCOPY)
         or      a
         sbc     hl,de
+        call    z,compare_sum
         call    nz,check_program
         ld      hl,LINEBUF
 ready2: ld      a,(hl)
@@ -54,7 +47,7 @@ ready2: ld      a,(hl)
         cp      ' '
         jr      z,ready2
         or      a
-        jr      z,ready1
+        jr      z,ready_wait
         dec     hl
         sub     '0'
         cp      10
@@ -64,7 +57,7 @@ ready2: ld      a,(hl)
         jp      run_statement
 ready_break:
         call    new_row
-        jr      ready1
+        jr      ready_wait
 
 ; A line that begins with a number goes into the program.
 ready_line:
@@ -78,6 +71,7 @@ ready_line:
 line1:  ext     tokenise                ; E = length of the line
         ld      a,e
         ld      (TOKENBUF),a
+        ext     list_length
         call    enter_line
         jr      ready1
 long_number:
@@ -115,20 +109,39 @@ decimal2:
         ret
 
 ; The line in TOKENBUF replaces one of the same number, or goes to its place, or, without tokens, just takes
-; the old one away. Changes all.
+; the old one away. When there is no room all stays as it was. Changes all.
 enter_line:
+        call    check_program           ; a broken chain would move anything anywhere
         ld      de,(TOKENBUF + 1)
         call    find_line
+        ld      bc,0
         jr      nz,enter1
-        ld      e,(hl)
-        ld      d,0
-        push    hl
+        ld      c,(hl)
+enter1: push    hl                      ; place
+        push    bc                      ; length of the old line
+        ld      a,(TOKENBUF)
+        ld      e,a
+        ld      d,b
+        ld      hl,(PROGEND)
+        sbc     hl,bc                   ; CF is 0
         add     hl,de
+        inc     h                       ; 256 bytes for variables
+        ld      de,(RAMTOP)
+        sbc     hl,de
+        jr      c,enter2
+        cp      5
+        jp      nc,memory_error
+enter2: pop     bc
         pop     de
+        ld      h,d
+        ld      l,e
+        add     hl,bc
         push    de
-        call    close_gap
+        ld      a,c
+        or      a
+        call    nz,close_gap
         pop     hl
-enter1: ld      a,(TOKENBUF)
+        ld      a,(TOKENBUF)
         cp      5
         jp      c,clear
         ld      c,a
@@ -137,14 +150,6 @@ enter1: ld      a,(TOKENBUF)
         ld      hl,(PROGEND)
         push    hl
         add     hl,bc
-        inc     h                       ; 256 bytes for variables
-        jr      c,enter_full
-        ld      de,(RAMTOP)
-        or      a
-        sbc     hl,de
-        jr      nc,enter_full
-        add     hl,de
-        dec     h
         ld      (PROGEND),hl
         ex      de,hl                   ; DE = new end
         pop     hl                      ; old end
@@ -165,9 +170,6 @@ enter1: ld      a,(TOKENBUF)
         ld      b,0
         ldir
         jp      clear
-enter_full:
-        call    clear
-        jp      memory_error
 
 ; The program's bytes from HL on move down to DE. Changes all.
 close_gap:
@@ -189,6 +191,7 @@ st_delete:
         call    at_end
         jr      z,delete_none
         call    line_range
+        call    check_program
         ld      de,(RANGELOW)
         call    find_line
         push    hl
@@ -233,7 +236,8 @@ st_renum:
         inc     de
         int_arg
         ld      (RANGEHIGH),hl
-renum1: ext     renumber
+renum1: call    check_program
+        ext     renumber
         jr      c,renum_bad
         call    clear
         jp      ready
@@ -265,35 +269,55 @@ range1: ld      a,(de)
 range2: ld      (RANGEHIGH),hl
         ret
 
-; A program that came from outside: the last line is the last that ends before PROGEND, a length of 0 follows.
-; Then as clear.
+; A program that came from outside, or may be damaged: it ends before the first line that has less than 4 bytes,
+; goes on behind PROGEND or does not end with a 0; a length of 0 follows. None at all if the pointers are no
+; good. Then as clear. Changes all but DE.
 check_program:
+        push    de
         ld      hl,(PROGSTART)
-        ld      b,0
-        jr      check3
-check1: ld      c,(hl)
-        inc     c
-        dec     c
-        jr      z,check2
-        push    hl
-        add     hl,bc
-        ex      de,hl
-        ld      hl,(PROGEND)
-        or      a
-        sbc     hl,de                   ; CF = 1: the line goes on behind the end
-        pop     hl
-        jr      c,check2
-        ex      de,hl
-check3: ld      de,(PROGEND)
-        push    hl
+        ld      de,PROGRAM
         or      a
         sbc     hl,de
-        pop     hl
-        jr      c,check1
-check2: ld      (hl),0
+        jr      nz,check_none
+        ld      hl,(PROGEND)
+        ld      b,h
+        ld      c,l                     ; BC = end
+        sbc     hl,de
+        jr      c,check_none
+        ld      hl,(RAMTOP)
+        scf
+        sbc     hl,bc                   ; the final 0 may be missing
+        jr      c,check_none
+        ex      de,hl
+check1: ld      d,h                     ; HL = DE = line
+        ld      e,l
+        or      a
+        sbc     hl,bc
+        jr      nc,check2
+        ld      a,(de)
+        cp      4
+        jr      c,check2
+        ld      l,a
+        ld      h,0
+        add     hl,de
+        jr      c,check2
+        scf
+        sbc     hl,bc
+        jr      nc,check2               ; it may end at PROGEND
+        adc     hl,bc                   ; CF is 1
+        dec     hl
+        ld      a,(hl)
+        inc     hl
+        or      a
+        jr      z,check1
+check2: ex      de,hl
+        ld      (hl),0
         inc     hl
         ld      (PROGEND),hl
+        pop     de
         jp      clear
+check_none:
+        pop     de
 
 ; An empty program.
 new_program:
@@ -303,6 +327,70 @@ new_program:
         inc     hl
         ld      (PROGEND),hl
         jp      clear
+
+; PROGSUM = sum of the program's bytes. Changes all but DE.
+keep_sum:
+        call    program_sum
+        ld      (PROGSUM),hl
+        ret
+; Z when the sum is still PROGSUM. Changes all but DE.
+compare_sum:
+        call    program_sum
+        ld      bc,(PROGSUM)
+        or      a
+        sbc     hl,bc
+        ret
+; HL = sum of the program's bytes, in which their order matters too: L is turned at each byte, H adds it up at
+; each fourth. 23 T-states a byte. Changes AF, BC.
+program_sum:
+        push    de
+        ld      hl,(PROGEND)
+        ld      de,(PROGSTART)
+        or      a
+        sbc     hl,de
+        ex      de,hl                   ; HL = program, DE = bytes
+        ld      a,e
+        and     15
+        ld      b,a
+        ld      c,4                     ; DE = groups of 16
+sum1:   srl     d
+        rr      e
+        dec     c
+        jr      nz,sum1
+        inc     b
+        xor     a
+        jr      sum3
+sum2:   add     a,(hl)
+        rlca
+        inc     hl
+        push    af
+        add     a,c
+        ld      c,a
+        pop     af
+sum3:   djnz    sum2
+        jr      sum5
+sum4:
+        .rept   4
+        .rept   4
+        add     a,(hl)
+        rlca
+        inc     hl
+        .endr
+        ld      b,a
+        add     a,c
+        ld      c,a
+        ld      a,b
+        .endr
+        dec     de
+sum5:   ld      b,a
+        ld      a,d
+        or      e
+        ld      a,b
+        jr      nz,sum4
+        ld      l,a
+        ld      h,c
+        pop     de
+        ret
 
 ; The error A. The others are called from the extension ROM: a line too long in tokens, a number too large.
 raise_syntax:
@@ -315,6 +403,10 @@ raise_error:
 
 ; RST 0x08 ends here, ERRORCODE is set.
 basic_error:
+        ld      hl,(PARSESP)
+        ld      a,h
+        or      l
+        jp      nz,item_overflow        ; a number of INPUT
         ld      sp,STACKTOP
         ld      hl,PENDING
         ld      (STRTOP),hl

@@ -17,10 +17,14 @@ clear:  ld      hl,(PROGEND)
         ld      (VAREND),hl
         ld      hl,(RAMTOP)
         ld      (HEAPLOW),hl
-        ld      hl,LETTERS + 2*'A'
-        call    clear_table
-        ld      hl,CHAINS + 2*'A'
-        call    clear_table
+        ld      hl,LETTERS              ; and CHAINS, whole: a program from outside may have any names
+        xor     a
+clear1: ld      (hl),a
+        inc     l
+        jr      nz,clear1
+        inc     h
+        bit     1,h
+        jr      z,clear1
         ld      h,a
         ld      l,a
         ld      (OLDTEXT),hl
@@ -36,13 +40,6 @@ clear:  ld      hl,(PROGEND)
         ld      (hl),a                  ; no record
         inc     hl
         ld      (CSP),hl
-        ret
-clear_table:
-        ld      b,52
-        xor     a
-clear1: ld      (hl),a
-        inc     hl
-        djnz    clear1
         ret
 
 ; CLEAR [address]: the address becomes the end of BASIC's memory.

@@ -1,12 +1,17 @@
 ; Number to text.
         .include "math/math.inc"
-        .globl  fp_print
+        .globl  fp_print, fp_digits
         .text
 
 ; FTEXT = FACC in decimal, ended by 0; HL = FTEXT. Ten significant digits without trailing zeros; from 1E-5 to
 ; below 1E10 as it is, beyond with an exponent. "-" or nothing in front. FACC is changed.
 ; Changes AF, BC, DE and the alternates.
+; fp_digits: the same with A significant digits, 6 to 14.
 fp_print:
+        ld      a,10
+fp_digits:
+        add     a,DIGITS_LOW + 1
+        ld      (PLAST),a
         ld      hl,FTEXT
         call    fp_sign
         jp      p,1f
@@ -56,7 +61,7 @@ fp_print:
 ; DE = the whole part, P = the fraction.
 4:      push    hl
         ex      de,hl
-        ld      de,DIGITS
+        ld      de,PDIGITS
         ld      bc,-10000
         call    digit
         ld      bc,-1000
@@ -74,8 +79,8 @@ fp_print:
         ld      a,(PDEXP)
         add     a,c
         ld      (PDEXP),a               ; where the point stands in the digits
-1:      ld      a,e
-        cp      DIGITS_ENDLOW
+1:      ld      a,(PLAST)
+        cp      e
         jr      z,2f
         exx
         ld      a,b
@@ -95,7 +100,7 @@ fp_print:
         inc     de
         jr      1b
 
-2:      dec     de                      ; the 11th digit rounds the tenth
+2:      dec     de                      ; the digit behind the last one rounds it
         ld      a,(de)
         cp      '5'
         jr      c,4f
@@ -131,7 +136,7 @@ fp_print:
         inc     hl
         jr      11f
 
-8:      ld      de,DIGITS
+8:      ld      de,PDIGITS
         ld      a,(PDEXP)
         ld      c,a
         add     a,4

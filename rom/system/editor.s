@@ -1,6 +1,6 @@
 ; The full-screen editor. A logical line is a row and the rows below that are joined to it (row flag 1).
         .include "memory.inc"
-        .globl  con_line
+        .globl  con_line, con_part
         .text
 
         .equ    LONGEST, 250            ; characters of a logical line
@@ -9,6 +9,24 @@
 ; blanks, is then in LINEBUF, ended by 0; of the line where con_line was called only what stands behind that
 ; place. The cursor goes to the row below. CF = 1 when a break key (3 or 27) ended it: then the line is empty.
 ; Changes AF, BC, DE, HL; interrupts are on afterwards.
+; con_part: the same, but nothing that was printed there counts: the row is blank from the cursor on, and the
+; row below begins another line.
+con_part:
+        ld      de,(CURCOL)
+        ld      b,d
+        ld      c,' '
+        push    de
+part1:  call    swap_char
+        ld      c,' '
+        call    next_cell
+        ld      a,b
+        cp      d
+        jr      z,part1
+        pop     de
+        ld      a,d
+        inc     a
+        call    joined_flag
+        ld      (hl),0
 con_line:
         ld      hl,(CURCOL)
         ld      (LINECOL),hl
@@ -371,23 +389,41 @@ line_end:
         inc     d
         jr      line_end
 
-; HL = place of the cell DE in its logical line, from 0. Changes AF, BC.
+; HL = place of the cell DE in its logical line, from 0; behind the place where con_line was called, from there.
+; Changes AF, BC.
 line_place:
         push    de
         ld      c,d
         call    line_start
+        ld      hl,(LINECOL)            ; H = row, L = column
+        ld      a,h
+        cp      d
+        jr      c,place1
         ld      a,c
-        sub     d
+        cp      h
+        jr      c,place1
+        jr      nz,place2
+        ld      a,e
+        cp      l
+        jr      nc,place2
+place1: ld      h,d                     ; from the beginning of the line
+        ld      l,0
+place2: ld      a,c                     ; B rows and from column L to E
+        sub     h
         ld      b,a
+        ld      d,0
+        ld      a,l
+        ld      h,d
         ld      l,e
-        ld      h,0
-        jr      z,place2
+        ld      e,a
+        sbc     hl,de                   ; CF is 0
+        inc     b
         ld      a,(WIDTH)
         ld      e,a
-        ld      d,h
-place1: add     hl,de
-        djnz    place1
-place2: pop     de
+        jr      place4
+place3: add     hl,de
+place4: djnz    place3
+        pop     de
         ret
 
 ; DE to the cell behind. Changes AF.

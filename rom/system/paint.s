@@ -1,6 +1,7 @@
 ; Filling an area, in the extension ROM. Whole bytes at a time where a byte is all of the area's colour.
         .include "memory.inc"
-        .globl  gfx_paint
+        .include "basic.inc"
+        .globl  gfx_paint, gfx_paint_call
         .section .ext,"x"
 
         .equ    TARGET,  GFXVARS        ; video byte full of the colour to be painted over
@@ -13,12 +14,22 @@
         .equ    PXEND,   GFXVARS + 12   ; word: pixels of a row
         .equ    PERBYTE, GFXVARS + 14   ; word: pixels of a byte
         .equ    PENSAVE, GFXVARS + 16   ; where the conversion of a colour leaves its number
+        .equ    SEEDLOW, GFXVARS + 18   ; word: the first seed's place
         .equ    ROOM,    256            ; bytes of the stack that the seeds leave alone
 
 ; Paints with ink from the point DE, BC to the edge of the area of its colour. Seeds, the places to start
 ; from, stand at the low end of the machine's stack; those for which there is no room are lost, and part of a
 ; very ragged area stays as it was. A break key ends the painting. Changes AF, BC, DE, HL.
+; gfx_paint_call: the same for the system call, whose seeds stand above the interpreter's control stack.
+gfx_paint_call:
+        ld      hl,(CSP)
+        ld      a,h
+        sub     STACKLOW >> 8
+        cp      (STACKTOP - STACKLOW) >> 8
+        jr      c,paint
 gfx_paint:
+        ld      hl,STACKLOW
+paint:  ld      (SEEDLOW),hl
         call    inside
         ret     nc
         call    gfx_in
@@ -34,7 +45,7 @@ gfx_paint:
         ld      hl,INKBYTE
         cp      (hl)
         jp      z,gfx_out
-        ld      hl,STACKLOW
+        ld      hl,(SEEDLOW)
         ld      (SEEDTOP),hl
         ld      hl,-ROOM
         add     hl,sp
@@ -65,8 +76,9 @@ next_seed:
         or      a
         jp      nz,gfx_out
         ld      hl,(SEEDTOP)
-        ld      de,STACKLOW
-        sbc     hl,de                   ; CF is 0
+        ld      de,(SEEDLOW)
+        or      a
+        sbc     hl,de
         jp      z,gfx_out
         add     hl,de
         dec     hl

@@ -56,7 +56,7 @@ call_circle:
         ext     gfx_circle
         ret
 call_paint:
-        ext     gfx_paint
+        ext     gfx_paint_call
         ret
 call_save:
         ext     tape_save

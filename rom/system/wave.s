@@ -14,7 +14,7 @@
         .equ    STEADY,  64             ; good half waves that make a leader
 
 ; Writes the block of which BLOCK tells, with its bytes from HL, after DE cycles of leader. Interrupts are off
-; afterwards. Changes AF, BC, DE, HL.
+; afterwards. The End key sets BREAKKEY meanwhile. Changes AF, BC, DE, HL.
 write_block:
         push    de
         push    hl
@@ -24,6 +24,10 @@ write_block:
         pop     hl
         pop     de
         di
+        ld      a,(PORT3)
+        and     0xC0
+        or      7                       ; the keyboard row of the End key
+        out     (3),a
 write1: or      a
         call    write_bit
         dec     de
@@ -45,6 +49,8 @@ write1: or      a
         call    write_byte
         ld      a,(TCRC)
         call    write_byte
+        ld      a,(PORT3)
+        out     (3),a
         xor     a                       ; the last half waves are written by the edges behind them
 
 ; A byte A. Changes AF, B, C, E.
@@ -74,12 +80,19 @@ write_bit:
         ld      b,62
 bit1:   djnz    bit1
         out     (0x50),a
-        ld      b,29
-        jr      nc,bit2
-        ld      b,66
-bit2:   djnz    bit2
+        in      a,(0x58)                ; the time of two turns of a loop
+        bit     3,a
+        jr      z,bit_break
+bit2:   ld      b,27
+        jr      nc,bit3
+        ld      b,64
+bit3:   djnz    bit3
         out     (0x50),a
         ret
+bit_break:
+        ld      a,27
+        ld      (BREAKKEY),a
+        jr      bit2
 
 ; DE = CRC of the block in BLOCK with its bytes at HL. Changes AF, BC, HL.
 crc:    push    hl

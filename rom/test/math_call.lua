@@ -5,7 +5,7 @@
 -- A call runs with the interrupts off on a stack of its own and comes back with an error's number, or nil.
 local m = {}
 
-m.kFacc, m.kText, m.kSeed = 0x1300, 0x1306, 0x131A
+m.kFacc, m.kText, m.kSeed = 0x1300, 0x1354, 0x131A
 m.kOperand = 0x2000               -- where tests put operands and texts
 local kReturn, kTrap, kError = 0x1F00, 0x1F10, 0x1F30
 local kPort2, kStack = 0x0B00, 0x0B00

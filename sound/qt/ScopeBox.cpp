@@ -25,7 +25,7 @@ ScopeBox::ScopeBox(const char* name, const QString& accessibleName) : image(kPoi
 void ScopeBox::Draw(const std::array<uint8_t, kBlockBytes>& block, int offset) {
   image.fill(Qt::black);
   for (int k = 0; k < kBlockBytes; k += 2) {
-    const ScopePoint point = ScopePointAt(k, block[static_cast<size_t>(k + offset)]);
+    const ScopePoint point = ScopePointAt(k, block[static_cast<size_t>(k) + static_cast<size_t>(offset)]);
     const QPoint pixel(static_cast<int>(std::lrint(point.x)), static_cast<int>(std::lrint(point.y)));
     if (image.rect().contains(pixel)) image.setPixel(pixel, kGreen);
   }

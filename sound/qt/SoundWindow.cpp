@@ -3,7 +3,6 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QGridLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -17,6 +16,7 @@ SoundWindow::SoundWindow(QtHost& hostOfWindow, Machine& machineOfWindow)
     : FormWindow(hostOfWindow, machineOfWindow, &Windows::FDXF, "FDXF"),
       left(new ScopeBox("PL", tr("Left channel"))),
       right(new ScopeBox("PR", tr("Right channel"))) {
+  escapeCloses = false;  // too easily pressed for what closing brings
   setWindowTitle("Paiplag");
   setAccessibleName(windowTitle());
   auto* count = new QLineEdit;
@@ -54,8 +54,5 @@ void SoundWindow::closeEvent(QCloseEvent* event) {
   host.SoundStop();
   host.Close();
 }
-
-// Escape is too easily pressed for what closing brings.
-void SoundWindow::keyPressEvent(QKeyEvent* event) { QWidget::keyPressEvent(event); }
 
 }  // namespace quoll

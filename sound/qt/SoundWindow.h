@@ -15,7 +15,6 @@ class SoundWindow : public FormWindow {
   void ShowRecord() override;
   // The sound output is what drives the machine: without its window the program ends.
   void closeEvent(QCloseEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   ScopeBox* left;
