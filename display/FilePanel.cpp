@@ -21,6 +21,12 @@ void SavePanelCAS(Machine& m, const std::string& file) {
   SaveCAS(m, file, range.s, range.e);
 }
 
+struct FileAction {
+  std::string_view caption;
+  std::string_view pattern;
+  void (*run)(Machine&, const std::string& file);
+};
+
 // The panel makes sure that a file to be opened is there. What else can go wrong is told by these; a cassette
 // file that can't be read only sets the pointers.
 constexpr std::array kActions{
@@ -30,6 +36,7 @@ constexpr std::array kActions{
     FileAction{kSaveCaption, "*.tvs", [](Machine& m, const std::string& file) { SaveSnapshot(m, file); }},
     FileAction{kOpenCaption, "*.crt", [](Machine& m, const std::string& file) { LoadCRT(m, file); }},
     FileAction{kOpenCaption, "*.tim", [](Machine& m, const std::string& file) { LoadTIM(m, file); }},
+    FileAction{kOpenCaption, "*.wav", TTape_Insert},
 };
 
 const FileAction* FindAction(std::string_view caption, std::string_view pattern) {
@@ -61,8 +68,6 @@ std::string_view Extension(std::string_view pattern) {
 char Small(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 }  // namespace
-
-std::span<const FileAction> FileActions() { return kActions; }
 
 void OpenFilePanel(Machine& m, std::string_view caption, std::string_view pattern) {
   m.panel.caption = caption;

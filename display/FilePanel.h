@@ -2,7 +2,6 @@
 // choose from are the window's own business.
 #pragma once
 
-#include <span>
 #include <string>
 #include <string_view>
 
@@ -21,14 +20,6 @@ struct FilePanel {
   CasBoxes boxes;       // Text6 to Text8, shown when a cassette file is saved
   std::string error;    // what kept the button from doing its work, empty for nothing
 };
-
-// What the button does to a file.
-struct FileAction {
-  std::string_view caption;
-  std::string_view pattern;
-  void (*run)(Machine&, const std::string& file) = nullptr;
-};
-std::span<const FileAction> FileActions();
 
 inline constexpr std::string_view kOpenCaption = "Open";
 inline constexpr std::string_view kSaveCaption = "Save";

@@ -43,10 +43,7 @@ void Command9_Click(Machine& m, int) {
 
 // The list shows the folder that was last chosen in the file panel.
 void File1_Click(Machine& m, int) {
-  TapeOpen(m, (std::filesystem::path(m.panel.folder) / m.ttape.File1).string());
-  TapeRewind(m);
-  m.ttape.Label1 = "0";
-  m.ttape.Label3 = m.ttape.File1;
+  TTape_Insert(m, (std::filesystem::path(m.panel.folder) / m.ttape.File1).string());
 }
 
 template <auto kField>
@@ -85,6 +82,13 @@ void TTape_Timer1(Machine& m) {
   form.phase = (form.phase + form.WindSpeed + form.playSpeed + TTape::kPhases) % TTape::kPhases;
   if (form.WindSpeed > 0) --form.WindSpeed;
   if (form.WindSpeed < 0) ++form.WindSpeed;
+}
+
+void TTape_Insert(Machine& m, const std::string& file) {
+  TapeOpen(m, file);
+  TapeRewind(m);
+  m.ttape.Label1 = "0";
+  m.ttape.Label3 = std::filesystem::path(file).filename().string();
 }
 
 std::span<const Control> TTapeControls() { return kControls; }

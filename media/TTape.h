@@ -32,6 +32,9 @@ struct TTape {
 // Which of the reels' pictures is seen, 0 to kPictures - 1.
 int32_t ReelPicture(const TTape& form);
 
+// Puts a tape, a wave file, in and winds it to its start.
+void TTape_Insert(Machine& m, const std::string& file);
+
 // The tick of Timer1: moves reels and counter on.
 void TTape_Timer1(Machine& m);
 

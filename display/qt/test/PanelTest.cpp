@@ -358,6 +358,12 @@ TEST_F(Panels, DroppedFilesOpenBySuffix) {
   Drop(Path("game.crt"));
   EXPECT_EQ(m.MemImage[0x14000], 0x21);
   EXPECT_TRUE(host.messages.empty());
+  Make("tape.wav", QByteArray(44, '\0') + '\xC8' + '\x10');
+  Drop(Path("tape.wav"));
+  EXPECT_EQ(m.ttape.Label3, "tape.wav");
+  EXPECT_TRUE(TapeRead(m));
+  EXPECT_FALSE(TapeRead(m));
+  EXPECT_TRUE(host.messages.empty());
   ASSERT_TRUE(QDir(folder.path()).mkdir("folder.crt"));
   Drop(Path("folder.crt"));
   ASSERT_EQ(host.messages.size(), 1U);
