@@ -190,14 +190,14 @@ TEST(MemoryTest, ReadNoiseDamagesBankZeroOnPageTwoVideoReads) {
       m->MemImage.fill(0x48);
       m->PortShadow[2] = 0x00;
       m->PortShadow[0x0F] = static_cast<uint8_t>(bank << 2);
-      m->MemImage[static_cast<size_t>(kBanks[bank] + offset)] = 0x80;
-      m->MemImage[static_cast<size_t>(0x10000 + offset)] = 0x80;
+      m->MemImage[kBanks[bank] + offset] = 0x80;
+      m->MemImage[0x10000 + offset] = 0x80;
       // 0x80 OR 0x37: bank 0 shows the damage at once, the other banks show their own byte.
       EXPECT_EQ(MemRead(*m, 0x8000 + offset), bank == 0 ? 0xB7 : 0x80);
       auto expected = m->MemImage;
       expected.fill(0x48);
-      expected[static_cast<size_t>(kBanks[bank] + offset)] = 0x80;
-      expected[static_cast<size_t>(0x10000 + offset)] = 0xB7;
+      expected[kBanks[bank] + offset] = 0x80;
+      expected[0x10000 + offset] = 0xB7;
       EXPECT_TRUE(m->MemImage == expected) << "bank " << bank << " offset " << offset;
     }
   }
