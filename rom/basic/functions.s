@@ -37,7 +37,13 @@ fn_pi:  push    de
 
 ; RND: 0 <= x < 1. RND(n): n > 1 a whole number 1 to n, n < 0 starts the sequence that belongs to it.
 fn_rnd: call    opt_arg
-        push    de
+        jr      c,rnd1
+        dec     de
+        ld      a,(de)
+        inc     de
+        cp      ')'                     ; a string in brackets
+        jr      z,fn_type
+rnd1:   push    de
         jr      nc,rnd2
         call    fp_sign
         jp      m,rnd_seed
@@ -185,6 +191,9 @@ fn_peek:
         ld      a,(hl)
         jr      set_byte
 fn_in:  call    facc_int
+        ld      a,h
+        or      a
+        jp      nz,bad_value
         ld      c,l
         in      a,(c)
         jr      set_byte

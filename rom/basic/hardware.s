@@ -99,6 +99,9 @@ st_circle:
         push    bc
         call    comma
         int_arg
+        ld      a,h
+        cp      0x20                    ; 0 to 8191
+        jp      nc,bad_value
         pop     bc
         ex      (sp),hl                 ; HL = x, stack: radius
         ex      de,hl
@@ -194,6 +197,8 @@ st_sound:
 sound1: push    hl
         call    comma
         int_arg
+        bit     7,h
+        jp      nz,bad_value
         push    hl
         ld      a,(de)
         cp      ','
@@ -253,6 +258,7 @@ st_call:
 ; LOAD ["name"], SAVE ["name"], VERIFY ["name"]
 st_load:
         call    tape_name
+        call    must_end
         call    keep_sum
         ld      a,1
         ld      (LOADING),a

@@ -4,26 +4,33 @@
         .include "basic.inc"
         .globl  basic_start, basic_error, basic_char, basic_rst, ready, raise_error, raise_long
         .globl  st_new, st_delete, st_list, st_renum, new_program, check_program, decimal, raise_syntax
-        .globl  keep_sum, compare_sum
+        .globl  keep_sum, compare_sum, must_end
         .text
 
 ; From the system, A = 0 after a cold start, 1 after a warm one: then the program stays, as far as its lines are
 ; sound; not one of which a LOAD has overwritten a part.
 basic_start:
         ld      sp,STACKTOP
+        ld      hl,0
+        ld      (PARSESP),hl
         or      a
-        jr      z,st_new
-        ld      a,(LOADING)
+        jr      z,no_program
+        ld      hl,LOADING
+        ld      a,(hl)
+        ld      (hl),0
         or      a
         call    nz,compare_sum
-        jr      nz,st_new
+        jr      nz,no_program
         call    check_program
         jr      ready
 
-st_new: call    new_program
+st_new: call    must_end
+no_program:
+        call    new_program
 
 ; The prompt. Everything that ends a program comes here.
 ready:  ld      sp,STACKTOP
+        call    end_direct
         ld      hl,0
         ld      (CURLINE),hl
         call    new_row
@@ -78,6 +85,51 @@ long_number:
         jp      syntax_error
 
 prompt: .asciz  "Ready\r"
+
+; What a direct line has put on the control stack must not lead back into it: its records go with it, but those
+; that a stopped program may still need lead to two zeros, its end. Changes AF, BC, DE, HL, IX.
+end_direct:
+        ld      ix,(CSP)
+        ld      hl,(CURLINE)
+        ld      a,h
+        or      l
+        ld      c,a                     ; 0: records go, from the top on
+direct1:
+        ld      a,(ix-1)
+        or      a
+        ret     z
+        ld      e,a
+        ld      a,(ix-3)
+        or      (ix-2)
+        jr      nz,direct2
+        ld      hl,direct_end
+        ld      a,(ix-4)
+        cp      h
+        jr      z,direct2               ; in the ROM: one of those
+        ld      (ix-5),l
+        ld      (ix-4),h
+        jr      direct3
+direct2:
+        ld      c,1
+direct3:
+        xor     a
+        sub     e
+        ld      e,a
+        ld      d,-1
+        add     ix,de
+        ld      a,c
+        or      a
+        jr      nz,direct1
+        ld      (CSP),ix
+        jr      direct1
+direct_end:
+        .byte   0, 0
+
+; Nothing may follow at DE, else error. Changes A.
+must_end:
+        call    at_end
+        ret     z
+        jp      syntax_error
 
 ; DE = number of the decimal digits at HL, HL behind them; CF = 1 when it is above 65535. Changes A, BC.
 decimal:
@@ -191,6 +243,7 @@ st_delete:
         call    at_end
         jr      z,delete_none
         call    line_range
+        call    must_end
         call    check_program
         ld      de,(RANGELOW)
         call    find_line
@@ -236,7 +289,8 @@ st_renum:
         inc     de
         int_arg
         ld      (RANGEHIGH),hl
-renum1: call    check_program
+renum1: call    must_end
+        call    check_program
         ext     renumber
         jr      c,renum_bad
         call    clear

@@ -34,6 +34,9 @@ tape_save:
         ld      (TADDR),hl
         ld      (HLENGTH),de
         ld      (TLEFT),de
+        ld      hl,0                    ; a tone could not end while a block is written
+        ld      (SNDLEFT),hl
+        sys     snd_off
         ld      hl,HNAME
         call    copy_name
         ld      hl,text_saving

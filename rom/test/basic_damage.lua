@@ -112,6 +112,36 @@ for _, frames in ipairs{50, 100, 150, 200} do
   list("reset in LOAD after " .. frames, overwritten and "" or "10 PRINT 1\n20 PRINT 2")
   works("reset in LOAD")
 end
+
+-- A LOAD cut short before it found anything is forgotten: a program that changes itself stays at the next reset.
+b.command("new")
+b.enter("10 rem a\n20 poke " .. b.kProgram + 4 .. ",66:goto 20")
+b.keys("\x0Cload\r")
+Frames(20)
+MachineReset()
+b.boot()
+b.keys("\x0Crun\r")
+Frames(20)
+MachineReset()
+b.boot()
+list("a program that has changed itself", "10 REM B\n20 POKE " .. b.kProgram + 4 .. ",66:GOTO 20")
+
+-- A reset while INPUT reads a number, when an overflow would go back to INPUT: errors come to the prompt as ever.
+local kParseStack = 0x13F0                                  -- PARSESP
+b.command("new")
+b.enter("10 input n")
+b.keys("\x0Crun\r")
+b.wait(100)
+b.keys("1.23456789E20\r")
+local steps = 0
+repeat
+  Step(20)
+  steps = steps + 1
+until b.word(kParseStack) ~= 0 or steps > 20000
+b.check("reset in INPUT", b.word(kParseStack) ~= 0, "moment missed")
+MachineReset()
+b.boot()
+b.equal("error behind it", b.command("print 1/0"), "Division by zero")
 os.remove("damage.wav")
 
 -- Then while a line goes into a long program: at many moments of it.

@@ -49,10 +49,16 @@ shown("restore 100:run 10", "RESTORE 100:RUN 10")
 shown("print (1+2)*3", "PRINT (1+2)*3")
 shown("print\"a\"", 'PRINT "a"')
 shown("draw 1,2,-3,4", "DRAW 1,2,-3,4")
+shown('print "a" "b";5 "c" d "e"', 'PRINT "a" "b";5 "c" D "e"')
+shown("a=3.14159265359", "A=3.14159265359")                -- as many digits as it takes
+shown("a=12345678901", "A=1.2345678901E+10")
+shown("a=1.00000000001", "A=1.00000000001")
+shown("a=65535.123456", "A=65535.123456")
 
 -- What LIST shows can be typed again with the same tokens.
 local kEverything = [[
 10 FOR I=1 TO 10 STEP -2:NEXT I:READ A$,B:INPUT "x";C$(1,2),D(3)
+15 PRINT "a" "b" 1.23456789012;0.1;-2.5E-7;&0F;"c" "d"
 20 IF A=1 OR NOT B THEN 10 ELSE PRINT TAB(5);-X^2;MID$(A$,1),
 30 WHILE I<=20:PLOT I,2*I:WEND:SOUND 440,5:A=&7F MOD 7.25
 40 ON LEN(X$) GOSUB 10,20:DIM NUMBER(10),Q$(3,4):REM remark]]
@@ -133,6 +139,9 @@ list("renum with start and step", [[
 1002 ON A GOTO 1000,1001,1004:RESTORE 1002
 1003 IF A THEN GOTO 1004 ELSE GOSUB 999
 1004 RETURN]])
+for _, wrong in ipairs{"renum 10,10 x", "new x", "delete 1000 x", "delete 1000-1004,5", "load \"x\" 5"} do
+  b.equal(wrong, b.command(wrong), "Syntax error")
+end
 b.equal("renum beyond the last number", b.command("renum 65000,500"), "Illegal quantity")
 b.equal("renum by 0", b.command("renum 10,0"), "Illegal quantity")
 list("nothing changed by that", "1004 RETURN", " 1004")
@@ -143,6 +152,19 @@ local long = '10 print "' .. ("x"):rep(230) .. '"'
 b.enter(long)
 local out = b.command("run")
 b.equal("a line of 240 characters", (out:gsub("\n", "")), ("x"):rep(230))
+
+-- A line that LIST would show with more than 250 characters can't be entered: it could not be edited.
+b.command("new")
+b.enter("10 a=1.7014118346e38")                            -- nearly the largest number
+b.enter(b.command("list"))
+b.check("the largest numbers come back", b.command("list"):match("^10 A=1%.7014118346%d*E%+38$"), b.command("list"))
+b.enter("10 rem")
+b.equal("grows to 643 characters", b.command("10 " .. ("?1:"):rep(80)), "Line too long")
+list("the old line stays", "10 REM")
+b.enter('10 ?"' .. ("y"):rep(239))                          -- 10 PRINT "yy...": 10 more and the last quote
+b.equal("250 characters", (b.command("list"):gsub("\n", "")), '10 PRINT "' .. ("y"):rep(239) .. '"')
+b.equal("251 characters", b.command('10 ?"' .. ("y"):rep(240)), "Line too long")
+b.equal("as a command it may be longer", b.command(("?;:"):rep(79) .. "?1"), " 1")
 b.command("new")
 local many, sum = {}, 0
 for i = 1, 120 do

@@ -245,4 +245,23 @@ b.equal("RUN 20", b.command("run 20"), "end")
 program("CLEAR", "10 a=5:a$=\"x\":clear:print a;a$;\".\"", " 0 .")
 program("MOD and integer division", "10 for i=-3 to 3:print i mod 3;:next", numbers {0, 1, 2, 0, 1, 2, 0})
 program("TIME goes on", "10 t=time\n20 if time-t<10 then 20\n30 print \"ok\"", "ok")
+
+-- Limits at the end of the whole numbers; the value behind the loop is one step on.
+program("FOR up to 32767", "10 for i=32765 to 32767:n=n+1:next:print n;i", " 3  32768")
+program("FOR up to 32767, in steps", "10 for i=32760 to 32767 step 5:n=n+1:next:print n;i", " 2  32770")
+program("FOR down to -32768", "10 for i=-32766 to -32768 step -1:n=n+1:next:print n;i", " 3 -32769")
+program("FOR beyond", "10 for i=32766 to 32769:n=n+1:next:print n;i", " 4  32770")
+
+-- What a direct line leaves open ends with it.
+b.command("new")
+b.command("for i=1 to 3")
+b.equal("NEXT of an earlier line", b.command("next"), "FOR and NEXT don't match")
+b.command("i=0:while i<3:for j=1 to 2")
+b.equal("WEND of an earlier line", b.command("wend"), "WHILE and WEND don't match")
+b.enter("10 stop:print \"back\":return\n20 for i=1 to 2:stop:next:print \"end\"")
+b.equal("GOSUB of a direct line", b.command("gosub 10:print \"lost\""), "Break in 10")
+b.equal("RETURN to a line that is gone", b.command("cont"), "back")
+b.command("for k=1 to 9:goto 20")
+b.command("cont")
+b.equal("the program's own loop goes on", b.command("cont"), "end")
 b.done()

@@ -85,6 +85,11 @@ tone("sound 50,5,1", 50, 1, 5)
 command("sound 40,5", "Illegal quantity")
 command("sound -1,5", "Illegal quantity")
 command("sound 440,5,16", "Illegal quantity")
+command("sound 440,-1", "Illegal quantity")
+command("circle 9,9,-1", "Illegal quantity")
+command("circle 9,9,8192", "Illegal quantity")
+command("print in(256)", "Illegal quantity")
+command("print in(-1)", "Illegal quantity")
 b.command("new")
 b.enter("10 t=time:for i=1 to 4:sound 500,10:next:sound 0,10:print time-t>=38 and time-t<60")
 b.keys("\x0Crun\r")
@@ -116,6 +121,12 @@ program("CALL", [[
   10 clear 48000:a=48000:for i=0 to 11:read d:poke a+i,d:next
   20 data 62,77,50,255,2,1,0,0,17,0,0,201
   30 call a:print peek(767);fre<42000]], " 77 -1")
+-- The system call PAINT, in the middle of loops and a subroutine.
+program("PAINT by CALL", [[
+  10 clear 48000:for i=0 to 8:read d:poke 48000+i,d:next
+  20 data 17,100,0,1,100,0,195,185,192
+  30 graphics 4:ink 2:for i=1 to 2:gosub 100:next:graphics 2:print:print a;b;i:end
+  100 while c<2:c=c+1:plot 5,5:circle 100,100,50:call 48000:a=a+point(100,100):b=b+point(5,100):wend:c=0:return]], " 8  0  3")
 command("clear 49153", "Out of memory")
 command("clear 49152:print fre>42000", "-1")
 b.command("new")

@@ -1,5 +1,5 @@
 -- No instruction that the processor lacks, or that is not documented: a scan of the assembler's listings, which
--- tell code from data. Arguments: the linker's map, the folder of listings.
+-- tell code from data. Bytes written as data are looked at too where the processor runs into them. Arguments: the linker's map, the folder of listings.
 local map, folder = arg[1], arg[2]
 
 -- Second bytes behind ED: IN r,(C), OUT (C),r, 16-bit arithmetic and loads, NEG, RETN, RETI, IM 1, I, R, RRD, RLD,
@@ -40,20 +40,34 @@ for _, bytes in ipairs{{0xED, 0xB0}, {0xED, 0x56}, {0xCB, 0x3F}, {0xDD, 0xE9}, {
   assert(not fault(bytes), "wrongly found")
 end
 
+-- Instructions behind which the processor does not go on, so that data may follow. RST has its argument there.
+local kEnds = {ret = true, reti = true, retn = true, rst = true, jp = true, jr = true}
+local function goesOn(word, rest)
+  if word == "call" then return rest ~= "calculate" end     -- a calculation stands behind it
+  if not kEnds[word] then return true end
+  if word == "ret" then return rest:match("^%a") ~= nil end
+  return (word == "jp" or word == "jr") and rest:match("^[%w]+%s*,") ~= nil
+end
+assert(goesOn("ret", "z") and goesOn("jr", "nc,label1") and goesOn("ld", "a,b"))
+assert(not goesOn("ret", "") and not goesOn("jp", "(hl)") and not goesOn("jr", "label1") and not goesOn("rst", "0x08"))
+
 local function scan(name)
-  local count = 0
+  local count, running = 0, false
   for line in io.lines(folder .. "/" .. name .. ".lst") do
     local left, source = line:match("^([^\t]*)\t(.*)$")
     local bytes = left and left:match("^%s*%d+ %x%x%x%x ([%x ]+)$")
     if bytes then
-      local word = source:gsub("^> ?", ""):gsub("^%s*[%a_][%w_]*:", ""):match("^%s*(%S*)")
-      if word ~= "" and word:sub(1, 1) ~= "." then
+      local word, rest = source:gsub("^> ?", ""):gsub("^%s*[%w_]+:", ""):gsub("%s*;.*$", ""):match("^%s*(%S*)%s*(.*)$")
+      local data = word:sub(1, 1) == "."
+      if word == ".org" then running = false end
+      if word ~= "" and (not data or running) then
         local b = {}
         for byte in bytes:gmatch("%x%x") do b[#b + 1] = tonumber(byte, 16) end
         count = count + 1
         local why = fault(b)
         if why then error(name .. ": " .. why .. ": " .. line, 0) end
       end
+      if word ~= "" then running = not data and goesOn(word, rest) end
     end
   end
   return count

@@ -196,4 +196,24 @@ picd_KeyDown(0x23, 0)
 s.is(s.ends(done, 100), "break")
 picd_KeyUp(0x23)
 s.equal(Z80State.A, E_BREAK, "error")
+
+-- A tap of the End key at any moment of saving ends it with the block: in the leader, in the midst of a block.
+for _, frames in ipairs{20, 75, 80, 100, 130} do
+  done = s.begin(s.tape_save, {A = 1, HL = kData, DE = 8000, IX = kName})
+  s.is(not s.ends(done, frames), "saves")
+  picd_KeyDown(0x23, 0)
+  Frames(3)
+  picd_KeyUp(0x23)
+  s.is(s.ends(done, 120), "tap after " .. frames .. " frames")
+  s.equal(Z80State.FlagC, 1, "CF")
+  s.equal(Z80State.A, E_BREAK, "error")
+end
+
+-- A tone does not go on while a block is written.
+s.call(s.snd_tone, {HL = 3000, A = 10, BC = 1000})
+s.equal(PortShadow[5] & 0x10, 0x10, "tone")
+done = s.begin(s.tape_save, {A = 1, HL = kData, DE = 300, IX = kName})
+s.is(not s.ends(done, 20), "saves")
+s.equal(PortShadow[5] & 0x10, 0, "no tone")
+s.is(s.ends(done, 1000), "saved")
 s.clean()
