@@ -38,12 +38,12 @@ void Command8_Click(Machine& m, int) {
 
 void Command9_Click(Machine& m, int) {
   m.ttape.listShown = true;
+  m.ttape.folder = m.panel.folder;
   ++m.ttape.listRefreshes;
 }
 
-// The list shows the folder that was last chosen in the file panel.
 void File1_Click(Machine& m, int) {
-  TTape_Insert(m, (std::filesystem::path(m.panel.folder) / m.ttape.File1).string());
+  TTape_Insert(m, (std::filesystem::path(m.ttape.folder) / m.ttape.File1).string());
 }
 
 template <auto kField>

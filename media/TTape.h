@@ -22,6 +22,8 @@ struct TTape {
   std::string Label3;        // name of the tape
   std::string File1;         // the file chosen in the list
   bool listShown = false;    // the list File1 is seen
+  std::string
+      folder;  // that is listed: the file panel's when the list was shown; empty: the working directory
   uint32_t listRefreshes = 0;
 
   int32_t WindSpeed = 0;  // tenths of a picture for each tick, positive forward; runs down to 0

@@ -161,9 +161,14 @@ void TapeRecordFrame(Machine& m, const FrameSamples& samples) {
       *out++ = static_cast<uint8_t>(sample);
       *out++ = static_cast<uint8_t>(sample >> 8);
     }
-    Flush(record);
   }
-  if (!m.tape.save.file.empty()) Flush(m.tape.save);
+  TapeFlush(m);
+}
+
+void TapeFlush(Machine& m) {
+  for (TapeOutput* output : {&m.tape.save, &m.tape.record}) {
+    if (!output->file.empty()) Flush(*output);
+  }
 }
 
 }  // namespace quoll

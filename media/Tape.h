@@ -82,4 +82,8 @@ void TapeStopRecording(Machine& m);
 // A frame of the tone generator for "record.wav". Everything recorded so far reaches the disk.
 void TapeRecordFrame(Machine& m, const FrameSamples& samples);
 
+// Everything recorded so far reaches the disk: for the end of a program that still records. The headers keep
+// the lengths of an empty recording.
+void TapeFlush(Machine& m);
+
 }  // namespace quoll

@@ -121,6 +121,7 @@ int Run(int argc, char** argv) {
     return kScriptError;
   }
   const int status = RunScript(L, *script, argc, argv, line.script);
+  TapeFlush(script->machine);
   lua_close(L);
   return status;
 }

@@ -31,8 +31,11 @@ std::vector<uint8_t> SilentTemplate() {
 void CopyTemplate(const Machine& m, const std::string& target) {
   const std::filesystem::path source = std::filesystem::path(m.programFolder) / "techno.wav";
   std::error_code error;
-  if (std::filesystem::is_regular_file(source, error) && std::filesystem::copy_file(source, target, error))
+  if (std::filesystem::is_regular_file(source, error) && std::filesystem::copy_file(source, target, error)) {
+    using std::filesystem::perms;  // a template may be write-protected
+    std::filesystem::permissions(target, perms::owner_write, std::filesystem::perm_options::add, error);
     return;
+  }
   const BinaryFile file(target, BinaryFile::Create);
   if (file) file.WriteAt(SilentTemplate(), 0);
 }

@@ -62,6 +62,7 @@ int Main(QtHost& host) {
     RunMachine(host, *machine);
   } catch (const ProgramEnd&) {
     host.SoundStop();
+    TapeFlush(*machine);
     return host.ClosedByUser() ? kOk : kFailed;
   } catch (const std::exception& error) {
     host.MessageBox(error.what(), "QUOLLEMU", MessageIcon::Stop);

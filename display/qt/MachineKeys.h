@@ -16,7 +16,7 @@ namespace quoll {
 class MachineKeys : public RecordView {
  public:
   MachineKeys(QtHost& hostOfWindow, Machine& machineOfWindow);
-  ~MachineKeys();
+  ~MachineKeys() override;
   MachineKeys(const MachineKeys&) = delete;
   MachineKeys& operator=(const MachineKeys&) = delete;
 

@@ -14,7 +14,7 @@ constexpr float kLongest = 4000;
 SpeedBar::SpeedBar(QWidget* parent) : QWidget(parent) {
   setObjectName("Shape4");
   setAccessibleName(tr("Speed bar"));
-  setFixedSize(sizeHint());
+  setFixedSize(SpeedBar::sizeHint());
 }
 
 void SpeedBar::SetValue(float value) {

@@ -93,7 +93,7 @@ void TapeWindow::BuildList() {
 
 void TapeWindow::FillList() {
   files->clear();
-  const QDir folder(m.panel.folder.empty() ? QDir::currentPath() : ToQt(m.panel.folder));
+  const QDir folder(m.ttape.folder.empty() ? QDir::currentPath() : ToQt(m.ttape.folder));
   files->addItems(folder.entryList({"*.wav"}, QDir::Files, QDir::Name | QDir::IgnoreCase));
 }
 

@@ -41,8 +41,11 @@ TEST_F(TTapeTest, TheListIsThatOfTheFilePanelsFolder) {
   std::filesystem::create_directory(folder / "tapes");
   Wave("tapes/x.wav", {255});
   m.panel.folder = Path("tapes");
+  Press("Command9");
+  m.panel.folder = Path("elsewhere");  // the list still shows the other one
   Choose("x.wav");
   EXPECT_EQ(TapeRead(m), 1);
+  EXPECT_EQ(Names(), (std::vector<std::string>{"tapes"}));
 }
 
 TEST_F(TTapeTest, KeysWindAndRewind) {

@@ -114,6 +114,19 @@ TEST_F(TapeRecording, EachFrameOfTheToneIsAppended) {
   EXPECT_EQ(ReadAll(Path("record.wav")), Finished(kRecordHeader, expected));
 }
 
+TEST_F(TapeRecording, EdgesOfAFrameThatNeverEndsReachTheDisk) {
+  Record(true);
+  Edge(1000);
+  Edge(1800);  // ten samples and one
+  EXPECT_EQ(ReadAll(Path("save.wav")).size(), 44U);
+  TapeFlush(m);
+  const Bytes file = ReadAll(Path("save.wav"));
+  EXPECT_EQ(file.size(), static_cast<size_t>(m.tape.TapeOutPos) - 1);
+  ASSERT_GE(file.size(), 44U + 12U);
+  EXPECT_EQ(Bytes(file.end() - 11, file.end()), Bytes(11, file.back()));
+  EXPECT_NE(file[file.size() - 12], file.back());
+}
+
 TEST_F(TapeRecording, NegativeSamplesHaveTwoBytes) {
   Record(true);
   m.PortShadow[4] = 0;
