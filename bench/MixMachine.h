@@ -6,9 +6,9 @@
 #include <string_view>
 
 #include "bench/Mixes.h"
-#include "core/Machine.h"
-#include "core/MachineInit.h"
-#include "core/RunLoop.h"
+#include "machine/Machine.h"
+#include "machine/MachineInit.h"
+#include "loop/RunLoop.h"
 
 namespace quoll::bench {
 

@@ -15,9 +15,9 @@
 #include <iterator>
 #include <vector>
 
-#include "core/Machine.h"
-#include "core/qt/Main.h"
-#include "core/qt/QtHost.h"
+#include "machine/Machine.h"
+#include "desktop/Main.h"
+#include "desktop/QtHost.h"
 
 namespace quoll {
 

@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "core/Machine.h"
+#include "machine/Machine.h"
 
 namespace quoll {
 namespace {

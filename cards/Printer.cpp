@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "core/Machine.h"
+#include "machine/Machine.h"
 
 namespace quoll {
 namespace {

@@ -1,6 +1,6 @@
 #include "display/Keyboard.h"
 
-#include "core/Machine.h"
+#include "machine/Machine.h"
 
 namespace quoll {
 

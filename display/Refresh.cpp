@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "core/Machine.h"
+#include "machine/Machine.h"
 #include "display/ScreenWalk.h"
 
 namespace quoll {

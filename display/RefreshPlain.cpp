@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "core/Machine.h"
+#include "machine/Machine.h"
 #include "display/ScreenWalk.h"
 
 namespace quoll {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "core/Machine.h"
+#include "machine/Machine.h"
 
 namespace quoll {
 

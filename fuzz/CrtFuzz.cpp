@@ -9,9 +9,9 @@
 #include <fstream>
 #include <memory>
 
-#include "core/Machine.h"
-#include "core/MachineInit.h"
-#include "core/RunLoop.h"
+#include "machine/Machine.h"
+#include "machine/MachineInit.h"
+#include "loop/RunLoop.h"
 #include "fuzz/Tiled.h"
 #include "media/Cartridge.h"
 

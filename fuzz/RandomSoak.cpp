@@ -8,9 +8,9 @@
 #include <memory>
 #include <random>
 
-#include "core/Machine.h"
-#include "core/MachineInit.h"
-#include "core/RunLoop.h"
+#include "machine/Machine.h"
+#include "machine/MachineInit.h"
+#include "loop/RunLoop.h"
 
 namespace quoll {
 

@@ -7,9 +7,9 @@
 #include <memory>
 #include <string_view>
 
-#include "core/Machine.h"
-#include "core/MachineInit.h"
-#include "core/RunLoop.h"
+#include "machine/Machine.h"
+#include "machine/MachineInit.h"
+#include "loop/RunLoop.h"
 #include "fuzz/Tiled.h"
 #include "media/Snapshot.h"
 

@@ -5,8 +5,8 @@
 #include <cstring>
 #include <memory>
 
-#include "core/Machine.h"
-#include "core/MachineInit.h"
+#include "machine/Machine.h"
+#include "machine/MachineInit.h"
 #include "fuzz/Tiled.h"
 #include "media/Pictures.h"
 

@@ -2,9 +2,9 @@
 
 #include <filesystem>
 
-#include "core/Machine.h"
-#include "core/MachineInit.h"
-#include "media/Files.h"
+#include "machine/Machine.h"
+#include "machine/MachineInit.h"
+#include "core/Files.h"
 
 namespace quoll {
 

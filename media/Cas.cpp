@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "core/Machine.h"
+#include "machine/Machine.h"
 #include "core/NumberText.h"
-#include "media/Files.h"
+#include "core/Files.h"
 
 namespace quoll {
 

@@ -15,8 +15,8 @@
 #include <array>
 #include <string_view>
 
-#include "core/Machine.h"
-#include "media/Files.h"
+#include "machine/Machine.h"
+#include "core/Files.h"
 
 namespace quoll {
 

@@ -4,11 +4,11 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "core/MachineInit.h"
-#include "core/Ports.h"
-#include "core/RunLoop.h"
+#include "machine/MachineInit.h"
+#include "machine/Ports.h"
+#include "loop/RunLoop.h"
 #include "script/Script.h"
-#include "z80/Interrupts.h"
+#include "loop/Interrupts.h"
 
 namespace quoll {
 

@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <memory>
 
-#include "core/MachineInit.h"
-#include "core/RunLoop.h"
+#include "machine/MachineInit.h"
+#include "loop/RunLoop.h"
 #include "script/Script.h"
 #include "sound/WavImage.h"
 

@@ -8,7 +8,7 @@
 #include "media/Cas.h"
 #include "media/Pictures.h"
 #include "media/Snapshot.h"
-#include "media/Tape.h"
+#include "tape/Tape.h"
 #include "script/Script.h"
 
 namespace quoll {

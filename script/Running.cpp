@@ -2,7 +2,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "core/RunLoop.h"
+#include "loop/RunLoop.h"
 #include "script/Script.h"
 
 namespace quoll {

@@ -7,7 +7,7 @@
 #include <lua.hpp>
 #include <vector>
 
-#include "core/Machine.h"
+#include "machine/Machine.h"
 #include "script/ScriptHost.h"
 
 namespace quoll {

@@ -1,6 +1,6 @@
 #include "script/ScriptHost.h"
 
-#include "core/Machine.h"
+#include "machine/Machine.h"
 
 namespace quoll {
 

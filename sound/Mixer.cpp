@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "core/Host.h"
-#include "core/Machine.h"
+#include "machine/Machine.h"
 
 namespace quoll {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "sound/WaveHeader.h"
+#include "core/WaveHeader.h"
 
 namespace quoll {
 

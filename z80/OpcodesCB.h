@@ -4,7 +4,7 @@
 // Jump(target, T-states, steps of R); AtHL, ToHL the byte at (HL).
 #pragma once
 
-#include "z80/Core.h"
+#include "loop/SliceCpu.h"
 
 namespace quoll {
 

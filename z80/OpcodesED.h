@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-#include "z80/Core.h"
+#include "loop/SliceCpu.h"
 
 namespace quoll {
 

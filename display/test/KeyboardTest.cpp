@@ -4,7 +4,7 @@
 #include <map>
 #include <memory>
 
-#include "core/Machine.h"
+#include "machine/Machine.h"
 #include "display/Keyboard.h"
 
 namespace quoll {

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "core/Machine.h"
+#include "machine/Machine.h"
 
 namespace quoll::test {
 

@@ -14,8 +14,8 @@
 #include <string>
 #include <vector>
 
-#include "core/Machine.h"
-#include "core/MachineInit.h"
+#include "machine/Machine.h"
+#include "machine/MachineInit.h"
 
 namespace quoll::test {
 

@@ -1,8 +1,8 @@
 // Cartridges: what comes into the window or the MEX4MB store, and how it goes out again.
 #include <sys/stat.h>
 
-#include "core/MachineInit.h"
-#include "core/Ports.h"
+#include "machine/MachineInit.h"
+#include "machine/Ports.h"
 #include "media/Cartridge.h"
 #include "media/test/Bench.h"
 

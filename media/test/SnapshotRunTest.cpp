@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <random>
 
-#include "core/RunLoop.h"
+#include "loop/RunLoop.h"
 #include "media/Snapshot.h"
 #include "media/test/SnapshotFields.h"
 

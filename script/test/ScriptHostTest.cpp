@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "core/Machine.h"
-#include "core/RunLoop.h"
+#include "machine/Machine.h"
+#include "loop/RunLoop.h"
 #include "script/ScriptHost.h"
 
 namespace quoll::test {

@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "core/Host.h"
-#include "core/Machine.h"
+#include "machine/Machine.h"
 #include "sound/Tone.h"
 
 namespace quoll {

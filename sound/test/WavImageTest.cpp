@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "sound/WavImage.h"
-#include "sound/WaveHeader.h"
+#include "core/WaveHeader.h"
 
 namespace quoll {
 namespace {

@@ -12,10 +12,10 @@
 #include <utility>
 #include <vector>
 
-#include "core/Machine.h"
-#include "core/MachineInit.h"
-#include "core/Memory.h"
-#include "core/RunLoop.h"
+#include "machine/Machine.h"
+#include "machine/MachineInit.h"
+#include "machine/Memory.h"
+#include "loop/RunLoop.h"
 
 namespace quoll::z80test {
 

@@ -1,0 +1,199 @@
+#include "desktop/QtHost.h"
+
+#include <unistd.h>
+
+#include <QApplication>
+#include <QMessageBox>
+#include <algorithm>
+
+#include "machine/Machine.h"
+
+namespace quoll {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kFrameTime = 20ms;
+constexpr auto kBlockTime = 100ms;
+constexpr auto kStallTime = 50ms;
+
+QString Text(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QMessageBox::Icon Icon(MessageIcon icon) {
+  switch (icon) {
+    case MessageIcon::Stop: return QMessageBox::Critical;
+    case MessageIcon::Exclamation: return QMessageBox::Warning;
+    case MessageIcon::None: break;
+  }
+  return QMessageBox::NoIcon;
+}
+
+}  // namespace
+
+QtHost::QtHost()
+    : soundWake(sound.wake, QSocketNotifier::Read),
+      tick(Clock::now().time_since_epoch()),
+      tickTaken(Clock::now()) {
+  wake.setTimerType(Qt::PreciseTimer);
+  wake.setSingleShot(true);
+  // Being woken is all that it is for: the halves are counted elsewhere.
+  QObject::connect(&soundWake, &QSocketNotifier::activated, [this] {
+    uint64_t count = 0;
+    [[maybe_unused]] const ssize_t taken = read(sound.wake, &count, sizeof count);
+  });
+}
+
+void QtHost::Pump(Machine& m) {
+  Rethrow();
+  lastPump = Clock::now();
+  PullViews(m);
+  QCoreApplication::processEvents();
+  Rethrow();
+  Serve(m);
+}
+
+void QtHost::Stalled(Machine& m) {
+  if (Clock::now() - lastPump >= kStallTime) Pump(m);
+}
+
+// With a block asked for, the machine has to catch up: it does not wait before the block is complete.
+void QtHost::FrameEnded(Machine& m) {
+  Rethrow();
+  Serve(m);
+  while (!m.screen.xS6 && m.mixer.NeedData == 0 && Clock::now() < FrameDue(m)) Sleep(m, FrameDue(m));
+  const bool paced = !m.screen.xS6 && m.mixer.NeedData == 0;
+  BeginFrame(paced && Clock::now() - FrameDue(m) < kFrameTime);
+}
+
+void QtHost::WaitForBlock(Machine& m) {
+  Rethrow();
+  Serve(m);
+  while (m.mixer.NeedData == 0) Sleep(m, Clock::time_point::max());
+}
+
+// Gives the sound output, or Timer2, what it has asked for.
+void QtHost::Serve(Machine& m) {
+  const int64_t begun =
+      ServeSound(sound, [&m](std::span<uint8_t> data) { DirectSoundPlay_NeedWavData(m, data); });
+  if (begun != 0) BeginBlock(Clock::time_point(std::chrono::nanoseconds(begun)));
+  if (timer2) ServeTimer2(m);
+}
+
+void QtHost::ServeTimer2(Machine& m) {
+  const auto now = Clock::now();
+  if (timer2Due == Clock::time_point()) {
+    timer2Due = now + kBlockTime;
+    BeginBlock(now);
+  }
+  if (now < timer2Due) return;
+  ForceNeedWavData(m);
+  BeginBlock(timer2Due);
+  // Ticks that were missed are not made up for.
+  timer2Due = std::max(timer2Due, now - kBlockTime) + kBlockTime;
+}
+
+// The output asks every 100 ms of its own clock, with some jitter. Start and length of the blocks are
+// smoothed, so that the frames are even all the same.
+void QtHost::BeginBlock(Clock::time_point moment) {
+  constexpr auto kLargestJitter = 30ms;
+  constexpr int kStartSmoothing = 4, kLengthSmoothing = 32;
+  const auto expected = blockStart + blockLength;
+  const auto error = moment - expected;
+  const bool jitter = -kLargestJitter < error && error < kLargestJitter;
+  blockStart = jitter ? expected + error / kStartSmoothing : moment;
+  if (!jitter) return;
+  blockLength = std::clamp<Clock::duration>(blockLength + error / kLengthSmoothing, kBlockTime - 10ms,
+                                            kBlockTime + 10ms);
+}
+
+// When the frame that follows those mixed so far is due. A block's first one is due when its block begins, so
+// that its last is mixed 20 ms before the output asks for it.
+QtHost::Clock::time_point QtHost::FrameDue(const Machine& m) const {
+  return blockStart + blockLength * std::clamp(m.mixer.FrameInBlock, 0, kFramesPerBlock) / kFramesPerBlock;
+}
+
+void QtHost::BeginFrame(bool onTime) {
+  const auto now = Clock::now();
+  frameOnTime = onTime;
+  tick += onTime ? kFrameTime : now - tickTaken;
+  tickTaken = now;
+}
+
+// Sleeps in the event loop. Each event wakes it, and so do the sound output and the timer.
+void QtHost::Sleep(Machine& m, Clock::time_point moment) {
+  if (timer2) moment = std::min(moment, timer2Due);
+  if (moment != Clock::time_point::max()) {
+    const auto time = std::chrono::ceil<std::chrono::milliseconds>(moment - Clock::now());
+    wake.start(std::max(time, 0ms));
+  }
+  QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  wake.stop();
+  Rethrow();
+  Serve(m);
+  PullViews(m);
+}
+
+std::string QtHost::InitializeSound(const SoundFormat& format) {
+  std::string error = Initialize(sound, format);
+  if (error.empty()) timer2 = false;  // two clocks would make the machine run twice as fast
+  return error;
+}
+
+bool QtHost::SoundPlay() { return quoll::SoundPlay(sound); }
+
+bool QtHost::SoundStop() { return quoll::SoundStop(sound); }
+
+uint32_t QtHost::TickCount() {
+  if (!frameOnTime) BeginFrame(false);
+  return static_cast<uint32_t>(std::chrono::duration_cast<std::chrono::milliseconds>(tick).count());
+}
+
+int64_t QtHost::PerformanceCounter() {
+  return std::chrono::duration_cast<std::chrono::nanoseconds>(Clock::now().time_since_epoch()).count();
+}
+
+int64_t QtHost::PerformanceFrequency() { return 1'000'000'000; }
+
+void QtHost::MessageBox(std::string_view text, std::string_view title, MessageIcon icon) {
+  QMessageBox box(Icon(icon), Text(title), Text(text), QMessageBox::Ok, messageParent);
+  box.setTextFormat(Qt::PlainText);
+  box.exec();
+}
+
+void QtHost::Beep(int /*frequency*/, int /*duration*/) { QApplication::beep(); }
+
+void QtHost::Close() {
+  closed = true;
+  Keep(std::make_exception_ptr(ProgramEnd{}));
+}
+
+void QtHost::ServeUntilEnd(Machine& m) {
+  PullViews(m);
+  for (;;) {
+    Rethrow();
+    Sleep(m, Clock::time_point::max());
+  }
+}
+
+void QtHost::AddView(RecordView* view) { views.push_back(view); }
+
+void QtHost::RemoveView(RecordView* view) { std::erase(views, view); }
+
+void QtHost::PullViews(Machine& m) {
+  for (size_t i = 0; i < views.size(); ++i) views[i]->Pull(m);
+}
+
+// The first one counts: what follows it comes from leaving.
+void QtHost::Keep(std::exception_ptr error) {
+  if (!pending) pending = std::move(error);
+}
+
+// It stays pending, since there may be more loops on the stack to leave.
+void QtHost::Rethrow() {
+  if (pending) std::rethrow_exception(pending);
+}
+
+}  // namespace quoll

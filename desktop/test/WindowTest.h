@@ -1,0 +1,108 @@
+// A machine with its windows on a platform without a display.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QTest>
+#include <functional>
+#include <memory>
+
+#include "machine/Machine.h"
+#include "machine/MachineInit.h"
+#include "loop/RunLoop.h"
+#include "desktop/QtHost.h"
+#include "desktop/windows/MainWindow.h"
+#include "desktop/picture/PictureBox.h"
+
+namespace quoll {
+
+// Stops the machine or does whatever else a test wants at each frame end, and notes message boxes.
+struct TestHost : QtHost {
+  void FrameEnded(Machine& m) override {
+    QtHost::FrameEnded(m);
+    ++frames;
+    if (atFrame) atFrame(m);
+  }
+  void MessageBox(std::string_view text, std::string_view title, MessageIcon icon) override {
+    messages.emplace_back(std::string(title) + "|" + std::string(text));
+    lastIcon = icon;
+  }
+
+  int frames = 0;
+  std::function<void(Machine&)> atFrame;
+  std::vector<std::string> messages;
+  MessageIcon lastIcon = MessageIcon::None;
+};
+
+struct WindowTest : testing::Test {
+  TestHost host;
+  std::unique_ptr<Machine> machine = std::make_unique<Machine>(host);
+  Machine& m = *machine;
+  std::unique_ptr<MainWindow> window;
+
+  void SetUp() override {
+    m.programFolder = ROM_FOLDER;
+    m.screen.Caption = "QUOLLEMU";
+    MachineInit(m);
+    MachineReset(m);
+    window = std::make_unique<MainWindow>(host, m);
+    window->Pull(m);
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    window->Picture()->setFocus();
+    Settle();
+  }
+
+  // Lets the windows do what is due.
+  void Settle() {
+    QApplication::processEvents();
+    window->Pull(m);
+    QApplication::processEvents();
+  }
+
+  // Runs the machine for so many frames as fast as the host can. Few of them are drawn then; the last one is.
+  void RunFrames(int count) {
+    const bool max = m.screen.xS6;
+    m.screen.xS6 = true;
+    const int last = host.frames + count;
+    host.atFrame = [this, last](Machine&) {
+      if (host.frames >= last) m.run.CpuRunning = 0;
+    };
+    m.run.CpuRunning = 1;
+    RunLoop(m);
+    host.atFrame = nullptr;
+    m.screen.xS6 = max;
+    redraw(m);
+    PALchNull(m.palette);
+    Settle();
+  }
+
+  // Until the system ROM has drawn its screen.
+  void Boot() { RunFrames(100); }
+
+  // The entry as the user selects it; an entry that can't be selected does nothing.
+  void Select(const char* name) {
+    QAction* action = window->Action(name);
+    ASSERT_NE(action, nullptr) << name;
+    action->trigger();
+    Settle();
+  }
+
+  template <typename Widget>
+  Widget* Find(QWidget* in, const char* name) {
+    auto* found = in->findChild<Widget*>(name);
+    EXPECT_NE(found, nullptr) << name;
+    return found;
+  }
+
+  // A top-level window of that object name, nullptr while it is hidden.
+  static QWidget* Shown(const char* name) {
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+      if (widget->objectName() == name && widget->isVisible()) return widget;
+    }
+    return nullptr;
+  }
+};
+
+}  // namespace quoll

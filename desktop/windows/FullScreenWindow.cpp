@@ -1,0 +1,131 @@
+#include "desktop/windows/FullScreenWindow.h"
+
+#include <QCloseEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScreen>
+#include <algorithm>
+#include <cstring>
+
+#include "machine/Machine.h"
+#include "desktop/picture/WindowCanvas.h"
+
+namespace quoll {
+
+FullPicture::FullPicture(QtHost& hostOfWindow, Machine& machineOfWindow, QWidget* parent)
+    : QWidget(parent), m(machineOfWindow), keys(hostOfWindow, m) {
+  setObjectName("FPic1");
+  setAccessibleName(tr("Screen of the TV Computer"));
+  setFocusPolicy(Qt::StrongFocus);
+  setMouseTracking(true);
+  setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+// Stretching costs far more than comparing: only the rows that differ are painted.
+void FullPicture::ShowPicture() {
+  if (shown == m.picture.shown) return;
+  shown = m.picture.shown;
+  const QImage now = PictureImage(m.picture);
+  if (now.size() != image.size() || now.format() != image.format() || now.isNull()) {
+    image = now.copy();
+    update();
+    return;
+  }
+  const auto bytes = static_cast<size_t>(now.width() * now.depth() / 8);
+  int first = now.height(), last = -1;
+  for (int row = 0; row < now.height(); ++row) {
+    if (std::memcmp(now.constScanLine(row), image.constScanLine(row), bytes) == 0) continue;
+    std::memcpy(image.scanLine(row), now.constScanLine(row), bytes);
+    first = std::min(first, row);
+    last = row;
+  }
+  if (last < 0) return;
+  // A row more on either side: stretched rows run into their neighbours.
+  const int top = std::max(0, (first - 1) * height() / now.height());
+  const int bottom = std::min(height(), ((last + 2) * height() + now.height() - 1) / now.height());
+  update(0, top, width(), bottom - top);
+}
+
+void FullPicture::paintEvent(QPaintEvent* event) {
+  QPainter painter(this);
+  painter.setClipRegion(event->region());
+  if (image.isNull()) return painter.fillRect(rect(), Qt::black);
+  const bool whole = width() % image.width() == 0 && height() % image.height() == 0;
+  painter.setRenderHint(QPainter::SmoothPixmapTransform, !whole);
+  painter.drawImage(rect(), image);
+}
+
+bool FullPicture::event(QEvent* event) {
+  if (ClaimShortcut(event)) return true;
+  return QWidget::event(event);
+}
+
+void FullPicture::keyPressEvent(QKeyEvent* event) {
+  if (event->key() != Qt::Key_Escape) return keys.Pressed(event);
+  m.windows.FScreen.visible = false;
+}
+
+void FullPicture::keyReleaseEvent(QKeyEvent* event) { keys.Released(event); }
+
+void FullPicture::mouseMoveEvent(QMouseEvent* event) {
+  const QPoint point = event->position().toPoint();
+  if (!rect().contains(point)) return;
+  const auto scaled = [](int at, int32_t size, int ownSize) {
+    return static_cast<int32_t>(int64_t{at} * size / ownSize);
+  };
+  picd_MouseMove(m.pen, scaled(point.x(), m.picture.Width, width()),
+                 scaled(point.y(), m.picture.Height, height()));
+}
+
+void FullPicture::mousePressEvent(QMouseEvent* /*event*/) { KeyboardClear(m.keyboard); }
+
+void FullPicture::focusOutEvent(QFocusEvent* event) {
+  KeyboardClear(m.keyboard);
+  QWidget::focusOutEvent(event);
+}
+
+FullScreenWindow::FullScreenWindow(QtHost& hostOfWindow, Machine& machineOfWindow)
+    : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint),
+      m(machineOfWindow),
+      picture(new FullPicture(hostOfWindow, m, this)) {
+  setObjectName("FScreen");
+  setAccessibleName(tr("Full screen"));
+  setWindowTitle("TVC");
+  QPalette black = palette();
+  black.setColor(QPalette::Window, Qt::black);
+  setPalette(black);
+  setAutoFillBackground(true);
+}
+
+QRect FullScreenWindow::PicturePlace(QSize screen) {
+  const int width = screen.width() / 8 * 8;
+  const int height = screen.height() / 8 * 8;
+  return {(screen.width() - width) / 2, (screen.height() - height) / 2, width, height};
+}
+
+void FullScreenWindow::Pull(const QScreen& onScreen) {
+  WindowState& state = m.windows.FScreen;
+  if (!state.visible) return;
+  if (!isVisible()) {
+    setGeometry(onScreen.geometry());
+    showFullScreen();
+    state.raise = true;
+  }
+  if (state.raise) {
+    state.raise = false;
+    raise();
+    activateWindow();
+    picture->setFocus();
+  }
+  picture->ShowPicture();
+}
+
+// Closed by the host's means: the main window comes back as with Escape.
+void FullScreenWindow::closeEvent(QCloseEvent* event) {
+  m.windows.FScreen.visible = false;
+  event->ignore();
+}
+
+void FullScreenWindow::resizeEvent(QResizeEvent* event) { picture->setGeometry(PicturePlace(event->size())); }
+
+}  // namespace quoll

@@ -1,0 +1,174 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <limits>
+#include <memory>
+
+#include "machine/Machine.h"
+#include "forms/CPUmon.h"
+
+namespace quoll::test {
+namespace {
+
+struct MonitorHost : Host {
+  void FrameEnded(Machine& m) override {
+    ++frames;
+    if (atFrameEnd) atFrameEnd(m);
+  }
+  std::function<void(Machine&)> atFrameEnd;
+  int frames = 0;
+};
+
+// A machine whose 64 KB are RAM, full of NOPs. No ROM is needed.
+class Monitor : public testing::Test {
+ protected:
+  Monitor() {
+    m->PortShadow[2] = 0xB0;  // U0, U1, U2, U3
+    m->PortShadow[0x59] = 0xBF;
+    m->PortShadow[5] = 0xFF;
+    CpuInit(m->z80);
+    RenewPages(*m);
+  }
+
+  void Press(std::string_view name) {
+    const Control* button = FindControl("CPUmon", name);
+    ASSERT_NE(button, nullptr) << name;
+    ASSERT_EQ(button->kind, ControlKind::Button) << name;
+    ControlChanged(*m, *button);
+  }
+
+  MonitorHost host;
+  std::unique_ptr<Machine> m = std::make_unique<Machine>(host);
+};
+
+TEST_F(Monitor, MissingOpSaysSoAndGoesOn) {
+  m->z80.PC = 0x1233;
+  m->z80.PrefixState = 0xCB;
+  const Z80State before = m->z80;
+  MissingOP(*m);
+  EXPECT_EQ(m->screen.Label1, "Unknown Opcode!");
+  EXPECT_EQ(m->screen.Caption, "Unknown Opcode!");
+  Z80State expected = before;
+  expected.PC = 0x1234;
+  expected.PrefixState = 0;
+  EXPECT_EQ(m->z80, expected);
+  EXPECT_EQ(m->run.Cycles, 0);
+
+  m->z80.PC = 0xFFFF;
+  MissingOP(*m);
+  EXPECT_EQ(m->z80.PC, 0x10000);
+  m->z80.PC = std::numeric_limits<int32_t>::max();
+  MissingOP(*m);
+  EXPECT_EQ(m->z80.PC, std::numeric_limits<int32_t>::min());
+}
+
+TEST_F(Monitor, MissingOpComesBackAfterAnotherText) {
+  MissingOP(*m);
+  m->screen.Label1 = "other";
+  m->screen.Caption = "another";
+  MissingOP(*m);
+  EXPECT_EQ(m->screen.Label1, "Unknown Opcode!");
+  EXPECT_EQ(m->screen.Caption, "Unknown Opcode!");
+}
+
+TEST_F(Monitor, RunZeroesTheCountsAndReturnsWhenTheLoopEnds) {
+  m->run.Cycles = 777;
+  m->run.TotalCycles = 888;
+  m->cpumon.Command1Color = CPUmon::kRed;
+  int32_t colour = 0;
+  host.atFrameEnd = [&](Machine& machine) {
+    colour = machine.cpumon.Command1Color;
+    EXPECT_EQ(machine.run.CpuRunning, 1);
+    if (host.frames == 3) machine.run.CpuRunning = 0;
+  };
+  Press("Command1");
+  EXPECT_EQ(host.frames, 3);
+  EXPECT_EQ(colour, 0xC0C0C0);
+  EXPECT_EQ(m->cpumon.Command1Color, 0xFF);
+  EXPECT_EQ(m->run.TotalCycles, 3 * 62500);
+  // NOPs of 4 T-states from a count of 0: each frame ends with the first multiple of 4 above its end.
+  EXPECT_EQ(m->run.FrameClock, m->run.Cycles);
+}
+
+TEST_F(Monitor, StopEndsTheLoopAndZeroesTheCounts) {
+  host.atFrameEnd = [&](Machine&) { Press("Command6"); };
+  Press("Command1");
+  EXPECT_EQ(host.frames, 1);
+  EXPECT_EQ(m->run.CpuRunning, 0);
+  EXPECT_EQ(m->run.Cycles, 0);
+  EXPECT_EQ(m->run.TotalCycles, 0);
+}
+
+TEST_F(Monitor, StepMakesOnePassAndDrawsThePicture) {
+  m->run.CpuRunning = 1;
+  m->z80.PC = 0x100;
+  const uint32_t pictures = m->picture.shown;
+  const int32_t redraws = m->cpumon.redraws;
+  Press("Command7");
+  EXPECT_EQ(m->z80.PC, 0x101);
+  EXPECT_EQ(m->run.CpuRunning, 0);
+  EXPECT_EQ(m->run.FrameClock, 4);
+  EXPECT_EQ(m->picture.shown, pictures + 1);
+  EXPECT_EQ(m->cpumon.redraws, redraws + 1);  // the loop's end
+  EXPECT_EQ(m->cpumon.Command1Color, 0xFF);
+}
+
+TEST_F(Monitor, RequestsAreOnlyStored) {
+  Press("Command5");
+  EXPECT_EQ(m->run.ResetRequest, 1);
+  EXPECT_EQ(m->run.NmiRequest, 0);
+  EXPECT_EQ(m->cpumon.redraws, 1);
+  Press("Command2");
+  EXPECT_EQ(m->run.NmiRequest, 1);
+
+  m->z80.IFF1 = 0;
+  Press("Command4");
+  EXPECT_EQ(m->z80.IrqLine, 0);
+  m->z80.IFF1 = 1;
+  Press("Command4");
+  EXPECT_EQ(m->z80.IrqLine, 1);
+}
+
+TEST_F(Monitor, DebugArmsTheBreakpoint) {
+  const Control* debug = FindControl("CPUmon", "Check4");
+  ASSERT_NE(debug, nullptr);
+  m->cpumon.Check4 = true;
+  ControlChanged(*m, *debug);
+  EXPECT_EQ(m->run.BreakArmed, 1);
+  m->cpumon.Check4 = false;
+  ControlChanged(*m, *debug);
+  EXPECT_EQ(m->run.BreakArmed, 0);
+}
+
+TEST_F(Monitor, PokeStoresThroughTheBus) {
+  m->cpumon.Text12 = "&H4321";
+  m->cpumon.Text13 = "171";
+  Press("Command3");
+  EXPECT_EQ(m->MemImage[0x4321], 171);
+  EXPECT_EQ(m->cpumon.redraws, 1);
+
+  m->PortShadow[2] = 0x00;  // system ROM in page 0, which ignores it
+  RenewPages(*m);
+  m->cpumon.Text12 = "16";
+  Press("Command3");
+  EXPECT_EQ(m->MemImage[16], 0);
+  EXPECT_EQ(m->MemImage[0x18010], 0);
+
+  for (const char* address : {"-1", "9999999999", "&HFFFFFFFFF"}) {  // nowhere
+    m->cpumon.Text12 = address;
+    Press("Command3");
+  }
+  m->cpumon.Text12 = "&H4000";
+  m->cpumon.Text13 = "257";  // a byte is stored, the rest is lost
+  Press("Command3");
+  EXPECT_EQ(m->MemImage[0x4000], 1);
+}
+
+TEST_F(Monitor, CountsItsRedraws) {
+  m->cpumon.redraws = std::numeric_limits<int32_t>::max();
+  CPUmon_redraw(*m);
+  EXPECT_EQ(m->cpumon.redraws, std::numeric_limits<int32_t>::min());
+}
+
+}  // namespace
+}  // namespace quoll::test

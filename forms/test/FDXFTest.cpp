@@ -1,0 +1,146 @@
+// The sound output's form: its handler, its buttons, its oscilloscope.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <vector>
+
+#include "machine/Machine.h"
+#include "forms/FDXF.h"
+
+namespace quoll {
+namespace {
+
+struct OutputHost : Host {
+  std::string error;  // what InitializeSound returns
+  std::vector<std::string> calls;
+  SoundFormat format{};
+  std::string text, title;
+  MessageIcon icon = MessageIcon::None;
+
+  std::string InitializeSound(const SoundFormat& wanted) override {
+    calls.emplace_back("Initialize");
+    format = wanted;
+    return error;
+  }
+  bool SoundPlay() override { return calls.emplace_back("Play"), true; }
+  bool SoundStop() override { return calls.emplace_back("Stop"), true; }
+  void MessageBox(std::string_view t, std::string_view heading, MessageIcon i) override {
+    calls.emplace_back("Box");
+    text = t;
+    title = heading;
+    icon = i;
+  }
+};
+
+using Calls = std::vector<std::string>;
+
+struct Fdxf : testing::Test {
+  OutputHost host;
+  std::unique_ptr<Machine> machine = std::make_unique<Machine>(host);
+  Machine& m = *machine;
+
+  void Press(const char* name) { ControlChanged(m, *FindControl("FDXF", name)); }
+};
+
+TEST_F(Fdxf, TheHandlerGivesTheBlockAndLetsTheMachineGoOn) {
+  for (int i = 0; i < 4410; ++i) m.mixer.BlockBuffer[static_cast<size_t>(i)] = static_cast<uint8_t>(i * 7);
+  const auto block = m.mixer.BlockBuffer;
+  std::vector<uint8_t> data(4410);
+  EXPECT_EQ(m.mixer.NeedData, 0);
+  DirectSoundPlay_NeedWavData(m, data);
+  EXPECT_EQ(m.mixer.NeedData, 1);
+  EXPECT_EQ(data, std::vector<uint8_t>(block.begin(), block.end()));
+  EXPECT_EQ(m.mixer.BlockBuffer, block);
+  EXPECT_EQ(m.fdxf.TextR, "1");
+  DirectSoundPlay_NeedWavData(m, data);
+  EXPECT_EQ(m.fdxf.TextR, "2");
+  EXPECT_EQ(m.fdxf.drawings, 0U);
+}
+
+TEST_F(Fdxf, ItGivesNoMoreThanThereIsRoomForOrABlockHas) {
+  m.mixer.BlockBuffer.fill(5);
+  std::vector<uint8_t> data(5000, 9);
+  DirectSoundPlay_NeedWavData(m, data);
+  EXPECT_EQ(data[4409], 5);
+  EXPECT_EQ(data[4410], 9);
+  DirectSoundPlay_NeedWavData(m, {data.data(), 0});
+  EXPECT_EQ(m.fdxf.TextR, "2");
+}
+
+TEST_F(Fdxf, ForcedItWorksOnTheBlockItself) {
+  m.mixer.BlockBuffer.fill(77);
+  const auto block = m.mixer.BlockBuffer;
+  ForceNeedWavData(m);
+  EXPECT_EQ(m.mixer.NeedData, 1);
+  EXPECT_EQ(m.mixer.BlockBuffer, block);
+  EXPECT_EQ(m.fdxf.TextR, "1");
+}
+
+TEST_F(Fdxf, TheCounterGoesOnFromWhatItShows) {
+  for (const auto& [shown, next] :
+       {std::pair("41", "42"), {"", "1"}, {"x", "1"}, {"-3", "-2"}, {"2147483647", "2147483648"}}) {
+    m.fdxf.TextR = shown;
+    ForceNeedWavData(m);
+    EXPECT_EQ(m.fdxf.TextR, next);
+  }
+}
+
+TEST_F(Fdxf, TheOscilloscopeShowsWhatIsDelivered) {
+  m.fdxf.Check7 = true;
+  m.mixer.BlockBuffer.fill(200);
+  ForceNeedWavData(m);
+  EXPECT_EQ(m.fdxf.drawings, 1U);
+  EXPECT_EQ(m.fdxf.drawn, m.mixer.BlockBuffer);
+  m.fdxf.Check7 = false;
+  m.mixer.BlockBuffer.fill(100);
+  ForceNeedWavData(m);
+  EXPECT_EQ(m.fdxf.drawings, 1U);
+  EXPECT_EQ(m.fdxf.drawn[0], 200);  // it stands
+}
+
+TEST_F(Fdxf, PointsOfTheOscilloscope) {
+  EXPECT_EQ(ScopePointAt(0, 0).x, 0.0F);
+  EXPECT_EQ(ScopePointAt(0, 0).y, 62.0F);
+  EXPECT_EQ(ScopePointAt(10, 128).x, 0.5F);
+  EXPECT_EQ(ScopePointAt(10, 128).y, 30.0F);
+  EXPECT_EQ(ScopePointAt(4408, 255).x, 220.4F);
+  EXPECT_EQ(ScopePointAt(4408, 255).y, -1.75F);
+}
+
+TEST_F(Fdxf, PlayInitializesAndPlays) {
+  Press("cmdStartPlay");
+  EXPECT_EQ(host.calls, (Calls{"Initialize", "Play"}));
+  EXPECT_EQ(host.format.SamplesPerSec, 22050);
+  EXPECT_EQ(host.format.BitsPerSample, 8);
+  EXPECT_EQ(host.format.Channels, 2);
+  EXPECT_EQ(host.format.HalfBufferSize, 0);
+  EXPECT_EQ(host.format.DeviceGuid, "");
+  Press("Cstop");
+  EXPECT_EQ(host.calls.back(), "Stop");
+}
+
+TEST_F(Fdxf, AFailureIsTold) {
+  host.error = "Error: 1\r\nDesription: none\r\nSource: test";
+  DXinit(m);
+  EXPECT_EQ(host.calls, (Calls{"Initialize", "Box"}));
+  EXPECT_EQ(host.text, host.error);
+  EXPECT_EQ(host.title, "DirectSound Error");
+  EXPECT_EQ(host.icon, MessageIcon::Exclamation);
+}
+
+TEST_F(Fdxf, AMissingDeviceIsSaidUntilOneHasCome) {
+  TellNoSoundDevice(m);
+  EXPECT_EQ(m.screen.Label1, "No sound device: Timer2");
+  host.error = "x";
+  Press("cmdStartPlay");
+  EXPECT_EQ(m.screen.Label1, "No sound device: Timer2");
+  host.error.clear();
+  Press("cmdStartPlay");
+  EXPECT_EQ(m.screen.Label1, "");
+  m.screen.Label1 = "Unknown Opcode!";
+  Press("cmdStartPlay");
+  EXPECT_EQ(m.screen.Label1, "Unknown Opcode!");
+}
+
+}  // namespace
+}  // namespace quoll

@@ -1,0 +1,226 @@
+// The loop entered again from its own pump, and machines that change under it.
+#include "machine/MachineInit.h"
+#include "testkit/TestMachine.h"
+
+namespace quoll::test {
+
+namespace {
+
+// One NOP away from the frame's end, with one T-state left over; each frame is drawn and pumped.
+std::unique_ptr<Machine> PumpedMachine(CoreHost& host) {
+  auto m = RamMachine(host);
+  m->z80.PC = 0x1000;
+  m->run.FrameClock = m->run.Cycles = 62497;
+  host.ticks = 1000;
+  host.frameTicks = 20;
+  host.framesAllowed = 100;
+  return m;
+}
+
+void Click(Machine& m, const char* name) {
+  const MenuItem* item = FindMenuItem(name);
+  ASSERT_NE(item, nullptr);
+  ClickMenu(m, *item);
+}
+
+TEST(NestedRunTest, StepInsideARunEndsIt) {
+  CoreHost host;
+  const auto m = PumpedMachine(host);
+  host.onPump = [](Machine& machine) {
+    EXPECT_EQ(machine.run.PcHistory[9], 0);
+    CPUmon_Command7_Click(machine);
+    EXPECT_EQ(machine.z80.PC, 0x1002);
+    EXPECT_EQ(machine.run.PcHistory[9], 0x1001);
+    EXPECT_EQ(machine.run.Cycles, 5);  // the inner pass has folded what the outer one had counted
+    EXPECT_EQ(machine.cpumon.Command1Color, CPUmon::kRed);
+  };
+  RunOn(*m);
+  EXPECT_EQ(m->z80.PC, 0x1002);
+  EXPECT_EQ(m->run.FrameClock, 5);
+  EXPECT_EQ(m->run.Cycles, 5);
+  EXPECT_EQ(m->run.TotalCycles, 62500);
+  EXPECT_EQ(host.frames, 1);
+  EXPECT_EQ(m->run.CpuRunning, 0);
+  EXPECT_EQ(m->cpumon.redraws, 2);
+  // PrevPc is one for both loops: the outer pass finds that of the inner one.
+  EXPECT_EQ(m->run.PcHistory[9], 0x1001);
+  EXPECT_EQ(m->run.PcHistory[8], 0x1001);
+  EXPECT_EQ(m->run.PcHistory[7], 0);
+}
+
+TEST(NestedRunTest, PauseInThePumpEndsTheRun) {
+  CoreHost host;
+  const auto m = PumpedMachine(host);
+  host.onPump = [](Machine& machine) { Click(machine, "xS1"); };
+  RunOn(*m);
+  EXPECT_EQ(host.frames, 1);
+  EXPECT_EQ(m->z80.PC, 0x1001);
+  EXPECT_EQ(m->run.CpuRunning, 0);
+  EXPECT_TRUE(m->screen.xS1);
+  EXPECT_EQ(m->cpumon.redraws, 1);
+  // Taking the tick off enters the loop, which goes on from there until somebody stops it.
+  host.onPump = nullptr;
+  host.framesAllowed = 3;
+  Click(*m, "xS1");
+  EXPECT_EQ(host.frames, 3);
+  EXPECT_FALSE(m->screen.xS1);
+  EXPECT_TRUE(m->screen.xS3);
+  EXPECT_EQ(m->run.TotalCycles, 3 * 62500);
+}
+
+TEST(NestedRunTest, PauseAndOnInOnePumpRunsOnTopOfTheOuterLoop) {
+  CoreHost host;
+  const auto m = PumpedMachine(host);
+  int depth = 0;
+  host.framesAllowed = 4;
+  host.onPump = [&](Machine& machine) {
+    if (++depth > 1) return;
+    Click(machine, "xS1");
+    Click(machine, "xS1");
+    // Three frames of the inner loop; the outer one has not ended its first yet.
+    EXPECT_EQ(host.frames, 3);
+    EXPECT_EQ(machine.run.CpuRunning, 0);
+  };
+  host.onFrameEnded = [&](Machine& machine) {
+    if (host.frames == 2) machine.run.CpuRunning = 0;
+  };
+  RunOn(*m);
+  EXPECT_EQ(host.frames, 4);
+  EXPECT_EQ(m->run.TotalCycles, 4 * 62500);
+  EXPECT_EQ(m->cpumon.redraws, 2);
+  // From 1 on 15625 NOPs fill each of the three inner frames exactly.
+  EXPECT_EQ(m->run.FrameClock, 1);
+  EXPECT_EQ(m->z80.PC, 0x1001 + 3 * 15625);
+}
+
+TEST(NestedRunTest, RunInsideARun) {
+  CoreHost host;
+  const auto m = PumpedMachine(host);
+  int depth = 0;
+  host.onPump = [&](Machine& machine) {
+    ++depth;
+    if (depth == 1) {
+      CPUmon_Command1_Click(machine);
+      EXPECT_EQ(machine.run.TotalCycles, 62500);  // of the inner loop: Run starts the count anew
+    } else {
+      CPUmon_Command6_Click(machine);  // Stop: ends both
+      machine.run.TotalCycles = 62500;
+    }
+  };
+  RunOn(*m);
+  EXPECT_EQ(depth, 2);
+  EXPECT_EQ(host.frames, 2);
+  EXPECT_EQ(m->cpumon.redraws, 2);
+  EXPECT_EQ(m->cpumon.Command1Color, CPUmon::kRed);
+}
+
+// The inner loop has its own memory of when it drew: at the same millisecond it draws again.
+TEST(NestedRunTest, TheInnerLoopDrawsAtOnce) {
+  CoreHost host;
+  const auto m = PumpedMachine(host);
+  host.frameTicks = 0;
+  host.framesAllowed = 3;
+  int depth = 0;
+  host.onPump = [&](Machine& machine) {
+    if (++depth == 1) RunLoop(machine);
+  };
+  RunOn(*m);
+  EXPECT_EQ(depth, 2);
+}
+
+TEST(NestedRunTest, AResetRequestInThePumpIsServedAfterOneMoreInstruction) {
+  CoreHost host;
+  const auto m = PumpedMachine(host);
+  Put(*m, 0x1001, {0x3E, 0x5A, 0x32, 0x00, 0x80});  // LD A,5A only
+  Put(*m, 0x18000, {0xFD, 0xF3});
+  host.onPump = [](Machine& machine) { machine.run.ResetRequest = 1; };
+  RunOn(*m);
+  EXPECT_EQ(m->z80.PC, 2);
+  EXPECT_EQ(m->run.FrameClock, 1 + 7 + 3);
+  EXPECT_EQ(m->run.Cycles, 1 + 7 + 3);
+  EXPECT_EQ(m->run.PcHistory[8], 0x1001);
+  EXPECT_EQ(m->run.PcHistory[9], 0);
+  EXPECT_EQ(m->z80.A, 255);
+  EXPECT_EQ(m->MemImage[0x8000], 0);
+}
+
+TEST(NestedRunTest, AnNmiRequestInThePump) {
+  CoreHost host;
+  const auto m = PumpedMachine(host);
+  m->z80.SP = 0x9000;
+  Put(*m, 0x0066, {0xFD, 0xF3});
+  host.onPump = [](Machine& machine) { machine.run.NmiRequest = 1; };
+  RunOn(*m);
+  EXPECT_EQ(m->MemImage[0x8FFE] + 256 * m->MemImage[0x8FFF], 0x1002);
+  EXPECT_EQ(m->run.FrameClock, 1 + 4 + 11 + 11);
+}
+
+TEST(NestedRunTest, StoppingInThePumpEndsTheLoopWithThisPass) {
+  CoreHost host;
+  const auto m = PumpedMachine(host);
+  host.onPump = [](Machine& machine) { machine.run.CpuRunning = 0; };
+  RunOn(*m);
+  EXPECT_EQ(m->z80.PC, 0x1001);
+  EXPECT_EQ(host.frames, 1);
+}
+
+// Whatever a handler changes holds for the next instruction.
+TEST(NestedRunTest, PagingModelAndProcessorChangeInThePump) {
+  CoreHost host;
+  const auto m = PumpedMachine(host);
+  m->MemImage[0x8000] = 0x44;
+  Put(*m, 0xC000, {0x3A, 0x00, 0x80, 0x47, 0xFD, 0xF3});  // LD A,(8000)  LD B,A  (stop): U3, at 0 as well
+  host.onPump = [](Machine& machine) {
+    machine.PortShadow[2] = 0xB8;
+    machine.screen.x32KB = true;
+    machine.z80.PC = 0x0000;
+    machine.run.FrameClock = 40000;
+  };
+  RunOn(*m);
+  EXPECT_EQ(m->z80.B, 0);
+  EXPECT_EQ(m->z80.PC, 6);
+  EXPECT_EQ(m->run.FrameClock, 40017);
+}
+
+TEST(NestedRunTest, ReadNoiseSwitchedOnInThePump) {
+  CoreHost host;
+  const auto m = PumpedMachine(host);
+  m->PortShadow[2] = 0x90;
+  Put(*m, 0x1001, {0x3A, 0x00, 0x80, 0xFD, 0xF3});
+  m->MemImage[0x10000] = 0x80;
+  host.onPump = [](Machine& machine) { machine.VideoReadNoise = true; };
+  RunOn(*m);
+  EXPECT_EQ(m->z80.A, 0xB7);
+  EXPECT_EQ(m->MemImage[0x10000], 0xB7);
+}
+
+// FrameEnded comes last, with the machine free to be changed as well.
+TEST(NestedRunTest, AChangeInFrameEndedHolds) {
+  CoreHost host;
+  const auto m = PumpedMachine(host);
+  host.ticks = 0;
+  host.frameTicks = 0;
+  Put(*m, 0x10000, {0x3E, 0x77, 0xFD, 0xF3});  // in VID0, at 0x4000 once it is paged in
+  host.onFrameEnded = [](Machine& machine) {
+    machine.PortShadow[2] = 0xB4;
+    machine.z80.PC = 0x4000;
+  };
+  RunOn(*m);
+  EXPECT_EQ(m->z80.A, 0x77);
+  EXPECT_EQ(m->z80.PC, 0x4004);
+}
+
+TEST(NestedRunTest, AFatalStoreInsideTheInnerLoopEndsBoth) {
+  CoreHost host;
+  const auto m = PumpedMachine(host);
+  m->PortShadow[2] = 0xF0;
+  m->PortShadow[3] = 0x40;
+  Put(*m, 0x1001, {0x32, 0x00, 0xC0});
+  host.onPump = [](Machine& machine) { RunLoop(machine); };
+  EXPECT_TRUE(EndsProgram([&] { RunOn(*m); }));
+  EXPECT_EQ(host.messages.size(), 1U);
+}
+
+}  // namespace
+
+}  // namespace quoll::test
