@@ -6,9 +6,9 @@
 #include <string_view>
 
 #include "bench/Mixes.h"
+#include "loop/RunLoop.h"
 #include "machine/Machine.h"
 #include "machine/MachineInit.h"
-#include "loop/RunLoop.h"
 
 namespace quoll::bench {
 

@@ -15,9 +15,9 @@
 #include <iterator>
 #include <vector>
 
-#include "machine/Machine.h"
 #include "desktop/Main.h"
 #include "desktop/QtHost.h"
+#include "machine/Machine.h"
 
 namespace quoll {
 

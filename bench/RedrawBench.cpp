@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "loop/Redraw.h"
 #include "machine/Machine.h"
 
 namespace quoll {

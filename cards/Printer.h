@@ -1,24 +1,18 @@
-// The parallel printer: a data latch at port 1, a strobe in bit 7 of port 6, and the window that
-// gathers what is printed.
+// The parallel printer: a data latch at port 1 and a strobe in bit 7 of port 6.
 #pragma once
 
 #include <cstdint>
-#include <span>
 #include <string>
-
-#include "core/Form.h"
 
 namespace quoll {
 
-struct TPrint {
-  std::string Text1;  // what was printed, one byte a character in the printer's code page
+struct Printer {
+  std::string printed;  // what was printed, one byte a character in the printer's code page
 
-  bool operator==(const TPrint&) const = default;
+  bool operator==(const Printer&) const = default;
 };
 
 // Translates a byte of the machine's character set to the printer's code page and appends it.
-void Senddata(TPrint& printer, uint8_t byte);
-
-std::span<const Control> TPrintControls();
+void Senddata(Printer& printer, uint8_t byte);
 
 }  // namespace quoll

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <system_error>
 
+#include "core/FolderList.h"
 #include "core/Host.h"
 
 namespace quoll {
@@ -99,8 +100,6 @@ std::string Read(const fs::path& path, size_t limit, FileContent& content) {
   return {};
 }
 
-char Small(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
 }  // namespace
 
 FileContent ReadFile(const std::string& file, size_t limit) {
@@ -126,9 +125,9 @@ void TellFileError(Host& host, std::string_view text) {
 }
 
 std::string WithExtension(const std::string& name, std::string_view extension) {
-  const bool there =
-      name.size() >= extension.size() && std::equal(extension.rbegin(), extension.rend(), name.rbegin(),
-                                                    [](char a, char b) { return Small(a) == Small(b); });
+  const bool there = name.size() >= extension.size() &&
+                     std::equal(extension.rbegin(), extension.rend(), name.rbegin(),
+                                [](char a, char b) { return SmallLetter(a) == SmallLetter(b); });
   return there ? name : name + std::string(extension);
 }
 

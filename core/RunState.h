@@ -22,6 +22,7 @@ struct PcTrail {
     slots[next] = address;
     next = (next + 1) % kSlots;
   }
+  bool operator==(const PcTrail&) const = default;
 };
 
 struct RunState {
@@ -38,6 +39,8 @@ struct RunState {
   int32_t NmiRequest = 0;
 
   int64_t PerfStart = 0, PerfNow = 0, PerfFreq = 1;  // performance counter readings of the speed display
+
+  bool operator==(const RunState&) const = default;
 };
 
 inline constexpr int32_t kFrameTStates = 62500;  // 3.125 MHz, 50 frames a second

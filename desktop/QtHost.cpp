@@ -6,6 +6,8 @@
 #include <QMessageBox>
 #include <algorithm>
 
+#include "desktop/kit/QtText.h"
+#include "forms/Forms.h"
 #include "machine/Machine.h"
 
 namespace quoll {
@@ -14,12 +16,16 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kFrameTime = 20ms;
-constexpr auto kBlockTime = 100ms;
 constexpr auto kStallTime = 50ms;
 
-QString Text(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+int64_t Milliseconds(QtHost::Clock::time_point moment) {
+  return std::chrono::duration_cast<std::chrono::milliseconds>(moment.time_since_epoch()).count();
+}
+
+QtHost::Clock::time_point NextDue(const FormTimers& timers) {
+  constexpr auto kLast = QtHost::Clock::time_point::max();
+  const int64_t next = NextTimer(timers);
+  return next >= Milliseconds(kLast) ? kLast : QtHost::Clock::time_point(std::chrono::milliseconds(next));
 }
 
 QMessageBox::Icon Icon(MessageIcon icon) {
@@ -35,8 +41,8 @@ QMessageBox::Icon Icon(MessageIcon icon) {
 
 QtHost::QtHost()
     : soundWake(sound.wake, QSocketNotifier::Read),
-      tick(Clock::now().time_since_epoch()),
-      tickTaken(Clock::now()) {
+      pacer(Clock::now()),
+      timers(StartTimers(Forms(), Milliseconds(Clock::now()))) {
   wake.setTimerType(Qt::PreciseTimer);
   wake.setSingleShot(true);
   // Being woken is all that it is for: the halves are counted elsewhere.
@@ -64,8 +70,7 @@ void QtHost::FrameEnded(Machine& m) {
   Rethrow();
   Serve(m);
   while (!m.screen.xS6 && m.mixer.NeedData == 0 && Clock::now() < FrameDue(m)) Sleep(m, FrameDue(m));
-  const bool paced = !m.screen.xS6 && m.mixer.NeedData == 0;
-  BeginFrame(paced && Clock::now() - FrameDue(m) < kFrameTime);
+  pacer.FrameBegun(Clock::now(), FrameDue(m), !m.screen.xS6 && m.mixer.NeedData == 0);
 }
 
 void QtHost::WaitForBlock(Machine& m) {
@@ -74,56 +79,35 @@ void QtHost::WaitForBlock(Machine& m) {
   while (m.mixer.NeedData == 0) Sleep(m, Clock::time_point::max());
 }
 
-// Gives the sound output, or Timer2, what it has asked for.
+// Gives the sound output, or Timer2, what it has asked for, and runs the forms' timers.
 void QtHost::Serve(Machine& m) {
   const int64_t begun =
       ServeSound(sound, [&m](std::span<uint8_t> data) { DirectSoundPlay_NeedWavData(m, data); });
-  if (begun != 0) BeginBlock(Clock::time_point(std::chrono::nanoseconds(begun)));
+  if (begun != 0) pacer.BlockBegun(Clock::time_point(std::chrono::nanoseconds(begun)));
   if (timer2) ServeTimer2(m);
+  RunTimers(m, timers, Milliseconds(Clock::now()));
 }
 
 void QtHost::ServeTimer2(Machine& m) {
   const auto now = Clock::now();
   if (timer2Due == Clock::time_point()) {
-    timer2Due = now + kBlockTime;
-    BeginBlock(now);
+    timer2Due = now + FramePacer::kBlock;
+    pacer.BlockBegun(now);
   }
   if (now < timer2Due) return;
   ForceNeedWavData(m);
-  BeginBlock(timer2Due);
+  pacer.BlockBegun(timer2Due);
   // Ticks that were missed are not made up for.
-  timer2Due = std::max(timer2Due, now - kBlockTime) + kBlockTime;
+  timer2Due = std::max(timer2Due, now - FramePacer::kBlock) + FramePacer::kBlock;
 }
 
-// The output asks every 100 ms of its own clock, with some jitter. Start and length of the blocks are
-// smoothed, so that the frames are even all the same.
-void QtHost::BeginBlock(Clock::time_point moment) {
-  constexpr auto kLargestJitter = 30ms;
-  constexpr int kStartSmoothing = 4, kLengthSmoothing = 32;
-  const auto expected = blockStart + blockLength;
-  const auto error = moment - expected;
-  const bool jitter = -kLargestJitter < error && error < kLargestJitter;
-  blockStart = jitter ? expected + error / kStartSmoothing : moment;
-  if (!jitter) return;
-  blockLength = std::clamp<Clock::duration>(blockLength + error / kLengthSmoothing, kBlockTime - 10ms,
-                                            kBlockTime + 10ms);
-}
-
-// When the frame that follows those mixed so far is due. A block's first one is due when its block begins, so
-// that its last is mixed 20 ms before the output asks for it.
 QtHost::Clock::time_point QtHost::FrameDue(const Machine& m) const {
-  return blockStart + blockLength * std::clamp(m.mixer.FrameInBlock, 0, kFramesPerBlock) / kFramesPerBlock;
+  return pacer.FrameDue(m.mixer.FrameInBlock);
 }
 
-void QtHost::BeginFrame(bool onTime) {
-  const auto now = Clock::now();
-  frameOnTime = onTime;
-  tick += onTime ? kFrameTime : now - tickTaken;
-  tickTaken = now;
-}
-
-// Sleeps in the event loop. Each event wakes it, and so do the sound output and the timer.
+// Sleeps in the event loop. Each event wakes it, and so do the sound output and the timers.
 void QtHost::Sleep(Machine& m, Clock::time_point moment) {
+  moment = std::min(moment, NextDue(timers));
   if (timer2) moment = std::min(moment, timer2Due);
   if (moment != Clock::time_point::max()) {
     const auto time = std::chrono::ceil<std::chrono::milliseconds>(moment - Clock::now());
@@ -146,10 +130,7 @@ bool QtHost::SoundPlay() { return quoll::SoundPlay(sound); }
 
 bool QtHost::SoundStop() { return quoll::SoundStop(sound); }
 
-uint32_t QtHost::TickCount() {
-  if (!frameOnTime) BeginFrame(false);
-  return static_cast<uint32_t>(std::chrono::duration_cast<std::chrono::milliseconds>(tick).count());
-}
+uint32_t QtHost::TickCount() { return static_cast<uint32_t>(pacer.Tick(Clock::now()).count()); }
 
 int64_t QtHost::PerformanceCounter() {
   return std::chrono::duration_cast<std::chrono::nanoseconds>(Clock::now().time_since_epoch()).count();
@@ -158,7 +139,7 @@ int64_t QtHost::PerformanceCounter() {
 int64_t QtHost::PerformanceFrequency() { return 1'000'000'000; }
 
 void QtHost::MessageBox(std::string_view text, std::string_view title, MessageIcon icon) {
-  QMessageBox box(Icon(icon), Text(title), Text(text), QMessageBox::Ok, messageParent);
+  QMessageBox box(Icon(icon), ToQt(title), ToQt(text), QMessageBox::Ok, messageParent);
   box.setTextFormat(Qt::PlainText);
   box.exec();
 }

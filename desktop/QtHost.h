@@ -9,7 +9,9 @@
 #include <utility>
 #include <vector>
 
+#include "core/FormTimers.h"
 #include "core/Host.h"
+#include "desktop/FramePacer.h"
 #include "sound/sdl/frmDX_Play.h"
 
 class QWidget;
@@ -24,10 +26,11 @@ struct RecordView {
 
 class QtHost : public Host {
  public:
-  using Clock = std::chrono::steady_clock;
+  using Clock = FramePacer::Clock;
 
   QtHost();
 
+  // Shows the records, serves the user and runs the forms' timers that are due.
   void Pump(Machine& m) override;
   void Stalled(Machine& m) override;
   // Spreads the frames of a block over its 100 ms: waits until the next frame is due, unless "Max" speed is
@@ -45,9 +48,7 @@ class QtHost : public Host {
   // device. It runs from the start.
   void EnableTimer2(bool enabled) { timer2 = enabled; }
 
-  // Milliseconds. A frame that begins when it is due counts as 20 ms after the last one, however long the
-  // windows took to paint and however the output's clock differs; otherwise the clock itself counts.
-  uint32_t TickCount() override;
+  uint32_t TickCount() override;            // milliseconds, as the frames are paced
   int64_t PerformanceCounter() override;    // nanoseconds
   int64_t PerformanceFrequency() override;  // 1000 million
 
@@ -65,6 +66,13 @@ class QtHost : public Host {
     } catch (...) {
       Keep(std::current_exception());
     }
+  }
+
+  // Does what the user wants by an event of Qt; what that has brought about is seen at once.
+  template <typename Work>
+  void Act(Machine& m, Work&& work) {
+    Guard(std::forward<Work>(work));
+    PullViews(m);
   }
 
   // The user closes the program: the loops are left by ProgramEnd at the next chance.
@@ -88,9 +96,7 @@ class QtHost : public Host {
   void Serve(Machine& m);
   void ServeTimer2(Machine& m);
   void Sleep(Machine& m, Clock::time_point moment);
-  void BeginBlock(Clock::time_point moment);
   Clock::time_point FrameDue(const Machine& m) const;
-  void BeginFrame(bool onTime);
 
   std::vector<RecordView*> views;
   std::exception_ptr pending;
@@ -103,11 +109,8 @@ class QtHost : public Host {
 
   QTimer wake;  // ends a wait for events
   Clock::time_point lastPump{};
-  Clock::time_point blockStart{};  // when the output asked for the block before the present one, smoothed
-  Clock::duration blockLength{std::chrono::milliseconds(100)};  // by the output's clock, smoothed
-  bool frameOnTime = false;                                     // the present frame began when it was due
-  Clock::duration tick{};                                       // what TickCount gives
-  Clock::time_point tickTaken{};                                // when that was
+  FramePacer pacer;
+  FormTimers timers;  // of all forms, by the clock's milliseconds
 };
 
 }  // namespace quoll

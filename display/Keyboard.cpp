@@ -1,13 +1,8 @@
 #include "display/Keyboard.h"
 
-#include "machine/Machine.h"
-
 namespace quoll {
 
 namespace {
-
-constexpr int32_t kF1 = 0x70;
-constexpr int32_t kF2 = 0x71;
 
 // Host keys of the nine wired rows, bit 7 first, as virtual key codes; 0 is a place without a key. The
 // places are those of a Hungarian keyboard, where the OEM codes are the accented letters.
@@ -59,18 +54,5 @@ bool KeyboardPress(Keyboard& keyboard, int32_t keyCode, bool down) {
   keys = static_cast<uint8_t>(down ? keys | wire.bit : keys & ~wire.bit);
   return true;
 }
-
-void picd_KeyDown(Machine& m, int32_t& keyCode, int32_t shift) {
-  m.tools.Text1 = std::to_string(keyCode);
-  if (shift == kAltKey) return;  // the host's own: menus, Alt+F4. Alt with Shift or Ctrl is the machine's.
-  const int32_t pressed = keyCode;
-  keyCode = 0;
-  KeyboardPress(m.keyboard, pressed, true);
-  if (pressed == kF1) xReset_Click(m);
-  if (pressed == kF2) xReset2_Click(m);
-}
-
-// No filter on Alt: a key that went down without it and comes up with it must not stay pressed.
-void picd_KeyUp(Machine& m, int32_t keyCode) { KeyboardPress(m.keyboard, keyCode, false); }
 
 }  // namespace quoll

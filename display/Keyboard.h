@@ -7,8 +7,6 @@
 
 namespace quoll {
 
-struct Machine;
-
 struct Keyboard {
   std::array<uint8_t, 16> KeyMatrix{};
 
@@ -28,11 +26,5 @@ void KeyboardClear(Keyboard& keyboard);
 
 // Sets or clears the matrix bit of a virtual key code; false when the code is not wired.
 bool KeyboardPress(Keyboard& keyboard, int32_t keyCode, bool down);
-
-// A key event of the picture box, shown by its code in the tools window. Sets keyCode to 0 when the key is
-// used up, which also an unwired one is; leaves it when the host shall act on it (Alt alone with the key). F1
-// and F2 reset the machine.
-void picd_KeyDown(Machine& m, int32_t& keyCode, int32_t shift);
-void picd_KeyUp(Machine& m, int32_t keyCode);
 
 }  // namespace quoll

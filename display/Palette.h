@@ -5,9 +5,9 @@
 #include <array>
 #include <cstdint>
 
-namespace quoll {
+#include "core/PortBytes.h"
 
-using PortBytes = std::array<uint8_t, 256>;
+namespace quoll {
 
 struct Palette {
   static constexpr int32_t kLines = 257;

@@ -3,11 +3,15 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
-namespace quoll {
+#include "core/PortBytes.h"
+#include "core/Random.h"
+#include "display/Crtc.h"
+#include "display/Palette.h"
 
-struct Machine;
+namespace quoll {
 
 // The picture box and what was last drawn into it.
 struct Picture {
@@ -29,25 +33,40 @@ struct Picture {
 
   // The border as last painted: one colour for each of the 288 bands of two window rows.
   std::vector<int32_t> Border;
+
+  bool operator==(const Picture&) const = default;
 };
 
-// Builds the picture and paints the border, as far as the monitor's "Screen" and "Border" boxes want them.
-void redraw(Machine& m);
+// What a picture is made from.
+struct PictureSource {
+  std::span<const uint8_t> memory;  // the machine's whole memory image
+  const PortBytes& ports;
+  const Crtc& crtc;
+  const Palette& palette;  // its history complete
+  Random& random;          // for the noise
+  bool dib;                // xScreenDIB
+  bool noise;              // xScreenNoise
+};
+
+// Puts the box where the CRTC wants it.
+void PlacePicture(Picture& picture, const Crtc& crtc);
+// Brings ScreenBits to the box's size: a new array is black, one of the right size keeps what was drawn.
+void SizeScreenBits(Picture& picture);
 
 // The routines of the three colour modes. Each builds one whole picture: the plain ones into ScreenBits, with
 // black gap rows between the screen rows; the DIB ones into DibBits, with every row doubled. A plain
-// one passes to its DIB twin when xScreenDIB is ticked. ScreenBits must have the box's size.
-void Srefresh2(Machine& m);
-void Srefresh4(Machine& m);
-void Srefresh16(Machine& m);
-void Srefresh2DIB(Machine& m);
-void Srefresh4DIB(Machine& m);
-void Srefresh16DIB(Machine& m);
+// one passes to its DIB twin when dib is set. ScreenBits must have the box's size.
+void Srefresh2(Picture& picture, const PictureSource& source);
+void Srefresh4(Picture& picture, const PictureSource& source);
+void Srefresh16(Picture& picture, const PictureSource& source);
+void Srefresh2DIB(Picture& picture, const PictureSource& source);
+void Srefresh4DIB(Picture& picture, const PictureSource& source);
+void Srefresh16DIB(Picture& picture, const PictureSource& source);
 // The picture of 80 characters a row, to which Srefresh16DIB passes when R1 is 80.
-void Srefresh16DIB80(Machine& m);
+void Srefresh16DIB80(Picture& picture, const PictureSource& source);
 
 // Paints the border from BorderLines; the next frame begins with the last band's colour.
-void BorderDraw(Machine& m);
+void BorderDraw(Picture& picture, Palette& palette);
 
 // The last picture as rows from the top, three bytes red, green, blue a pixel: Width x Height pixels.
 std::vector<uint8_t> PicturePixels(const Picture& picture);

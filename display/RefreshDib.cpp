@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "machine/Machine.h"
 #include "display/ScreenWalk.h"
 
 namespace quoll {
@@ -19,8 +18,9 @@ constexpr size_t kCopyBytes80 = 640 * kPixelBytes;
 
 // readRow(walk, r, row) gives the bytes of screen row r, counted from 0.
 template <typename ReadRowFunction>
-void DrawDib(Machine& m, ColourMode mode, size_t copyBytes, ReadRowFunction readRow) {
-  ScreenWalk walk = StartPicture(m, mode);
+void DrawDib(Picture& picture, const PictureSource& source, ColourMode mode, size_t copyBytes,
+             ReadRowFunction readRow) {
+  ScreenWalk walk = StartPicture(picture, source, mode);
   auto decoder = MakeRowDecoder<kPixelBytes>(mode);
   RowBytes row;
   std::array<uint8_t, kMaxRowBytes * 8 * kPixelBytes> line;
@@ -28,44 +28,46 @@ void DrawDib(Machine& m, ColourMode mode, size_t copyBytes, ReadRowFunction read
   // A copy longer than the row would reach rows that are built later, so the row's length is enough.
   const size_t doubled = std::min(copyBytes, lineBytes);
 
-  const size_t pitch = static_cast<size_t>(m.picture.DibWidth) * kPixelBytes;
+  const size_t pitch = static_cast<size_t>(picture.DibWidth) * kPixelBytes;
 
   size_t position = 0;
   for (int32_t r = 0; r < walk.rows && lineBytes > 0; ++r) {
-    SetPalette(decoder, PaletteOfRow(m.palette, r + 1));
+    SetPalette(decoder, PaletteOfRow(source.palette, r + 1));
     DecodeRow(decoder, readRow(walk, r, row), line.data());
-    uint8_t* const out = m.picture.DibBits.data() + position;
+    uint8_t* const out = picture.DibBits.data() + position;
     std::memcpy(out, line.data(), lineBytes);
     std::memcpy(out + pitch, line.data(), doubled);
     position += 2 * pitch;
   }
-  m.picture.shownFromDib = true;
+  picture.shownFromDib = true;
 }
 
-auto InOrder(const Machine& m) {
-  return [&m](ScreenWalk& walk, int32_t, RowBytes& row) { return ReadRow(m, walk, row); };
+auto InOrder(const PictureSource& source) {
+  return [&source](ScreenWalk& walk, int32_t, RowBytes& row) { return ReadRow(source, walk, row); };
 }
 
 }  // namespace
 
-void Srefresh2DIB(Machine& m) {
-  DrawDib(m, ColourMode::Two, kCopyBytes, [&m](ScreenWalk& walk, int32_t, RowBytes& row) {
-    const std::span<uint8_t> bytes = ReadRow(m, walk, row);
-    if (m.screen.xScreenNoise) NoiseRow(m, bytes);
+void Srefresh2DIB(Picture& picture, const PictureSource& source) {
+  DrawDib(picture, source, ColourMode::Two, kCopyBytes, [&source](ScreenWalk& walk, int32_t, RowBytes& row) {
+    const std::span<uint8_t> bytes = ReadRow(source, walk, row);
+    if (source.noise) NoiseRow(source.random, bytes);
     return bytes;
   });
 }
 
-void Srefresh4DIB(Machine& m) { DrawDib(m, ColourMode::Four, kCopyBytes, InOrder(m)); }
-
-void Srefresh16DIB(Machine& m) {
-  if (CharactersPerRow(m.crtc) == 80) return Srefresh16DIB80(m);
-  DrawDib(m, ColourMode::Sixteen, kCopyBytes, InOrder(m));
+void Srefresh4DIB(Picture& picture, const PictureSource& source) {
+  DrawDib(picture, source, ColourMode::Four, kCopyBytes, InOrder(source));
 }
 
-void Srefresh16DIB80(Machine& m) {
-  DrawDib(m, ColourMode::Sixteen, kCopyBytes80,
-          [&m](ScreenWalk& walk, int32_t r, RowBytes& row) { return ReadRow80(m, walk, r, row); });
+void Srefresh16DIB(Picture& picture, const PictureSource& source) {
+  if (CharactersPerRow(source.crtc) == 80) return Srefresh16DIB80(picture, source);
+  DrawDib(picture, source, ColourMode::Sixteen, kCopyBytes, InOrder(source));
+}
+
+void Srefresh16DIB80(Picture& picture, const PictureSource& source) {
+  DrawDib(picture, source, ColourMode::Sixteen, kCopyBytes80,
+          [&source](ScreenWalk& walk, int32_t r, RowBytes& row) { return ReadRow80(source, walk, r, row); });
 }
 
 }  // namespace quoll

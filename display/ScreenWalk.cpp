@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "machine/Machine.h"
-
 namespace quoll {
 
 namespace {
@@ -28,8 +26,9 @@ int32_t Sum(int32_t a, int32_t b) {
   return static_cast<int32_t>(static_cast<uint32_t>(a) + static_cast<uint32_t>(b));
 }
 
-uint8_t ByteAt(const Machine& m, int32_t address) {
-  return address >= 0 && address < kMemImageSize ? m.MemImage[address] : uint8_t{0};
+uint8_t ByteAt(const PictureSource& source, int32_t address) {
+  const auto place = static_cast<size_t>(address);
+  return address >= 0 && place < source.memory.size() ? source.memory[place] : uint8_t{0};
 }
 
 // Once only: an address further above the page stays above it.
@@ -75,47 +74,47 @@ constexpr std::array<Remap, 16> kRemaps{{
 
 }  // namespace
 
-ScreenWalk StartPicture(Machine& m, ColourMode mode) {
-  ++m.picture.shown;
-  m.picture.page = m.PortShadow[0x0F] & 0x30;
-  SizeDib(m.picture);
+ScreenWalk StartPicture(Picture& picture, const PictureSource& source, ColourMode mode) {
+  ++picture.shown;
+  picture.page = source.ports[0x0F] & 0x30;
+  SizeDib(picture);
 
   ScreenWalk walk;
-  walk.base = kPageBases[m.picture.page >> 4];
-  const auto& regs = m.crtc.CrtcRegs;
+  walk.base = kPageBases[picture.page >> 4];
+  const auto& regs = source.crtc.CrtcRegs;
   const uint32_t start =
       (static_cast<uint32_t>(regs[12]) * 256U + static_cast<uint32_t>(regs[13])) * StartUnit(mode);
   walk.address = WrapOnce(walk.base, Sum(walk.base, static_cast<int32_t>(start)));
-  walk.rows = m.picture.DibHeight / 2;
-  walk.bytesPerRow = std::min(m.picture.DibWidth / 8, kMaxRowBytes);
+  walk.rows = picture.DibHeight / 2;
+  walk.bytesPerRow = std::min(picture.DibWidth / 8, kMaxRowBytes);
   return walk;
 }
 
-std::span<uint8_t> ReadRow(const Machine& m, ScreenWalk& walk, RowBytes& row) {
+std::span<uint8_t> ReadRow(const PictureSource& source, ScreenWalk& walk, RowBytes& row) {
   const std::span<uint8_t> bytes = std::span(row).first(walk.bytesPerRow);
   for (uint8_t& byte : bytes) {
-    byte = ByteAt(m, walk.address);
+    byte = ByteAt(source, walk.address);
     walk.address = WrapOnce(walk.base, Sum(walk.address, 1));
   }
   return bytes;
 }
 
-std::span<uint8_t> ReadRow80(const Machine& m, ScreenWalk& walk, int32_t number, RowBytes& row) {
+std::span<uint8_t> ReadRow80(const PictureSource& source, ScreenWalk& walk, int32_t number, RowBytes& row) {
   const Remap& remap = kRemaps[number % 16];
   const std::span<uint8_t> bytes = std::span(row).first(walk.bytesPerRow);
   int32_t column = 1;
   for (uint8_t& byte : bytes) {
-    byte = ByteAt(m, Sum(walk.address, column < remap.switchColumn ? remap.first : remap.second));
+    byte = ByteAt(source, Sum(walk.address, column < remap.switchColumn ? remap.first : remap.second));
     walk.address = Sum(walk.address, 1);
     ++column;
   }
   return bytes;
 }
 
-void NoiseRow(Machine& m, std::span<uint8_t> row) {
+void NoiseRow(Random& random, std::span<uint8_t> row) {
   for (uint8_t& byte : row) {
     // More than 250 when 255 times the number is rounded; the half itself would go to the even 250.
-    if (RandomNext(m.random) * 255.0 > 250.5) byte = static_cast<uint8_t>(byte | ((byte & 0xAA) >> 1));
+    if (RandomNext(random) * 255.0 > 250.5) byte = static_cast<uint8_t>(byte | ((byte & 0xAA) >> 1));
   }
 }
 

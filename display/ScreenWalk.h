@@ -6,12 +6,10 @@
 #include <cstdint>
 #include <span>
 
-#include "display/Crtc.h"
 #include "display/PixelTables.h"
+#include "display/Refresh.h"
 
 namespace quoll {
-
-struct Machine;
 
 // The widest row that the CRTC can ask for, in screen bytes.
 inline constexpr int32_t kMaxRowBytes = 255;
@@ -30,17 +28,17 @@ struct ScreenWalk {
 };
 
 // Begins a picture: counts it, notes the page, brings the DIB array to the box's size.
-ScreenWalk StartPicture(Machine& m, ColourMode mode);
+ScreenWalk StartPicture(Picture& picture, const PictureSource& source, ColourMode mode);
 
 // Reads the next row's bytes into the front of row and gives that part.
-std::span<uint8_t> ReadRow(const Machine& m, ScreenWalk& walk, RowBytes& row);
+std::span<uint8_t> ReadRow(const PictureSource& source, ScreenWalk& walk, RowBytes& row);
 
 // The same for the 80-column picture. row counts from 0; each sixteen rows of the picture come from
 // scattered places near the running address, and nothing wraps.
-std::span<uint8_t> ReadRow80(const Machine& m, ScreenWalk& walk, int32_t number, RowBytes& row);
+std::span<uint8_t> ReadRow80(const PictureSource& source, ScreenWalk& walk, int32_t number, RowBytes& row);
 
 // Snow of the 2-colour mode: now and then a byte has its even bits set from its odd ones.
-void NoiseRow(Machine& m, std::span<uint8_t> row);
+void NoiseRow(Random& random, std::span<uint8_t> row);
 
 // Palette in force at a screen row, counted from 1. Rows past the history's last shown line take that.
 PaletteEntries PaletteOfRow(const Palette& palette, int32_t row);

@@ -1,38 +1,24 @@
 #include "forms/ErrorSim.h"
 
+#include "core/FormTable.h"
+#include "display/MemoryFaults.h"
 #include "machine/Machine.h"
 
 namespace quoll {
 
 namespace {
 
-enum Choice { kBitZero, kBitOne, kBitRandom };
+constexpr On<&Machine::errorsim> f;
 
-// Puts a random state into the given bit: a number rounded to 0 sets it, one rounded to 1 clears it.
-void bitr(Random& random, uint8_t& byte, uint8_t bit) {
-  const bool roundsToZero = RandomNext(random) <= 0.5;
-  byte = static_cast<uint8_t>(roundsToZero ? byte | bit : byte & ~bit);
-}
-
-// Option buttons: the one just chosen puts the others out.
-void OptionChosen(Machine& m, int index) {
-  auto& options = m.errorsim.Option1;
-  if (index < 0 || index >= static_cast<int>(options.size()) || !options[index]) return;
-  options.fill(false);
-  options[index] = true;
-}
-
-constexpr std::array<Control, 7> kControls{{
-    {"Check1", ControlKind::Check, [](Machine& m) -> ControlField { return &m.errorsim.Check1; }, nullptr},
-    {"CH0", ControlKind::Check, [](Machine& m) -> ControlField { return std::span<bool>(m.errorsim.CH0); },
-     nullptr},
-    {"Option1", ControlKind::Option,
-     [](Machine& m) -> ControlField { return std::span<bool>(m.errorsim.Option1); }, OptionChosen},
-    {"Check2", ControlKind::Check, [](Machine& m) -> ControlField { return &m.errorsim.Check2; }, nullptr},
-    {"Check3", ControlKind::Check, [](Machine& m) -> ControlField { return &m.errorsim.Check3; }, nullptr},
-    {"Check4", ControlKind::Check, [](Machine& m) -> ControlField { return &m.errorsim.Check4; }, nullptr},
-    {"Check5", ControlKind::Check, [](Machine& m) -> ControlField { return &m.errorsim.Check5; }, nullptr},
-}};
+constexpr std::array kControls{
+    f.Check<&ErrorSim::Check1>("Check1", "Enabled"),
+    f.Check<&ErrorSim::CH0>("CH0", "0 bit|1 bit|2 bit|3 bit|4 bit|5 bit|6 bit|7 bit"),
+    f.Option<&ErrorSim::Option1>("Option1", "bit=0|bit=1|bit=Random"),
+    f.Check<&ErrorSim::Check2>("Check2", "U0"),
+    f.Check<&ErrorSim::Check3>("Check3", "U1"),
+    f.Check<&ErrorSim::Check4>("Check4", "U2"),
+    f.Check<&ErrorSim::Check5>("Check5", "U3"),
+};
 
 }  // namespace
 
@@ -43,16 +29,12 @@ uint8_t VidErrMask(const ErrorSim& sim) {
 }
 
 uint8_t VidErr(const ErrorSim& sim, Random& random, uint8_t byte) {
-  const uint8_t mask = VidErrMask(sim);
-  if (sim.Option1[kBitZero]) return static_cast<uint8_t>(byte & ~mask);
-  if (sim.Option1[kBitOne]) return byte | mask;
-  if (sim.Option1[kBitRandom]) {
-    for (uint32_t bit = 1; bit <= 0x80U; bit <<= 1U)
-      if ((mask & bit) != 0) bitr(random, byte, static_cast<uint8_t>(bit));
-  }
+  constexpr std::array kFaults{BitFault::Zero, BitFault::One, BitFault::Random};
+  for (size_t i = 0; i < kFaults.size(); ++i)
+    if (sim.Option1[i]) return FaultyByte(byte, VidErrMask(sim), kFaults[i], random);
   return byte;
 }
 
-std::span<const Control> ErrorSimControls() { return kControls; }
+constexpr Form kErrorSim{"ErrorSim", "Error simulation", On<&Machine::errorsim>::State, kControls};
 
 }  // namespace quoll

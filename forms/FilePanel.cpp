@@ -1,62 +1,25 @@
 #include "forms/FilePanel.h"
 
-#include <array>
 #include <filesystem>
-#include <fstream>
 
-#include "machine/Machine.h"
-#include "media/Cartridge.h"
 #include "core/Files.h"
-#include "media/Pictures.h"
-#include "media/Snapshot.h"
+#include "core/FolderList.h"
+#include "forms/FileActions.h"
+#include "machine/Machine.h"
+#include "media/Cas.h"
 
 namespace quoll {
 
 namespace {
 
-constexpr std::string_view kCasPattern = "*.cas";
+namespace fs = std::filesystem;
 
-void SavePanelCAS(Machine& m, const std::string& file) {
-  const CasRange range = UseCasBoxes(m.panel.boxes);
-  SaveCAS(m, file, range.s, range.e);
-}
+using Action = void (*)(Machine&, const std::string& file);
 
-struct FileAction {
-  std::string_view caption;
-  std::string_view pattern;
-  void (*run)(Machine&, const std::string& file);
-};
-
-// The panel makes sure that a file to be opened is there. What else can go wrong is told by these; a cassette
-// file that can't be read only sets the pointers.
-constexpr std::array kActions{
-    FileAction{kOpenCaption, kCasPattern, [](Machine& m, const std::string& file) { LoadCAS(m, file); }},
-    FileAction{kSaveCaption, kCasPattern, SavePanelCAS},
-    FileAction{kOpenCaption, "*.tvs", [](Machine& m, const std::string& file) { LoadSnapShot(m, file); }},
-    FileAction{kSaveCaption, "*.tvs", [](Machine& m, const std::string& file) { SaveSnapshot(m, file); }},
-    FileAction{kOpenCaption, "*.crt", [](Machine& m, const std::string& file) { LoadCRT(m, file); }},
-    FileAction{kOpenCaption, "*.tim", [](Machine& m, const std::string& file) { LoadTIM(m, file); }},
-    FileAction{kOpenCaption, "*.wav", TTape_Insert},
-};
-
-const FileAction* FindAction(std::string_view caption, std::string_view pattern) {
-  for (const FileAction& action : kActions) {
-    if (action.caption == caption && action.pattern == pattern) return &action;
-  }
-  return nullptr;
-}
-
-// A file with content, not a folder or a pipe, that the user may read.
-bool IsFile(const std::filesystem::path& path) {
-  std::error_code error;
-  return std::filesystem::is_regular_file(path, error) && std::ifstream(path).good();
-}
-
-// The panel is hidden first: a load may serve the user's events before it goes on.
-void Run(Machine& m, const FileAction& action, const std::string& file) {
-  m.panel.visible = false;
-  action.run(m, file);
-  m.screen.focusPicD = true;
+Action FindAction(std::string_view caption, std::string_view pattern) {
+  const FileAction* action = FindFileAction(pattern);
+  if (action == nullptr) return nullptr;
+  return caption == kSaveCaption ? action->save : action->open;
 }
 
 // "*.cas" gives ".cas".
@@ -64,63 +27,87 @@ std::string_view Extension(std::string_view pattern) {
   return pattern.starts_with("*.") ? pattern.substr(1) : std::string_view{};
 }
 
-// A letter's case doesn't matter in a suffix.
-char Small(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+// Start, end and program word are asked for only when a cassette file is saved.
+void ShowCasBoxes(Machine& m) {
+  FilePanel& panel = m.panel;
+  panel.casLook.visible = panel.window.caption == kSaveCaption && panel.pattern == "*.cas";
+  if (panel.casLook.visible) ReadCasBoxes(m, panel.Text6, panel.Text7, panel.Text8);
+}
+
+fs::path FolderOf(const FilePanel& panel) {
+  std::error_code error;
+  return panel.folder.empty() ? fs::current_path(error) : fs::path(panel.folder);
+}
 
 }  // namespace
 
-void OpenFilePanel(Machine& m, std::string_view caption, std::string_view pattern) {
-  m.panel.caption = caption;
-  m.panel.pattern = pattern;
-  m.panel.name.clear();
-  m.panel.error.clear();
-  if (ShowsCasBoxes(m.panel)) m.panel.boxes = ReadCasBoxes(m);
-  m.panel.visible = true;
+void ShowFolder(FilePanel& panel, const std::string& folder) {
+  const FolderList files = FilesIn(folder, panel.Text5);
+  panel.error = files.error;
+  if (!files.error.empty() && folder != panel.folder) return;
+  panel.folder = folder;
+  panel.location = FolderOf(panel).string();
+  panel.File1.Fill(files.names);
+  std::vector<std::string> folders = FoldersIn(folder).names;
+  if (FolderOf(panel).has_relative_path()) folders.insert(folders.begin(), "..");
+  panel.Dir1.Fill(std::move(folders));
 }
 
-bool ShowsCasBoxes(const FilePanel& panel) {
-  return panel.caption == kSaveCaption && panel.pattern == kCasPattern;
+void OpenFilePanel(Machine& m, std::string_view caption, std::string_view pattern) {
+  FilePanel& panel = m.panel;
+  panel.window.caption = caption;
+  panel.pattern = panel.Text5 = pattern;
+  panel.Text3.clear();
+  ShowFolder(panel, panel.folder);
+  ShowCasBoxes(m);
+  ShowForm(panel.window);
 }
 
 void ChoosePattern(Machine& m, const std::string& pattern) {
-  if (pattern == m.panel.pattern || FindAction(m.panel.caption, pattern) == nullptr) return;
-  m.panel.pattern = pattern;
-  if (ShowsCasBoxes(m.panel)) m.panel.boxes = ReadCasBoxes(m);
+  FilePanel& panel = m.panel;
+  panel.Text5 = pattern;
+  ShowFolder(panel, panel.folder);
+  if (pattern == panel.pattern || FindAction(panel.window.caption, pattern) == nullptr) return;
+  panel.pattern = pattern;
+  ShowCasBoxes(m);
 }
 
 std::string FilePanelFile(const FilePanel& panel) {
-  if (panel.name.empty()) return {};
-  std::error_code error;
-  const auto folder =
-      panel.folder.empty() ? std::filesystem::current_path(error) : std::filesystem::path(panel.folder);
-  const auto typed = folder / panel.name;
-  if (panel.caption == kOpenCaption && IsFile(typed)) return typed.string();
-  return (folder / WithExtension(panel.name, Extension(panel.pattern))).string();
+  if (panel.Text3.empty()) return {};
+  const fs::path typed = FolderOf(panel) / panel.Text3;
+  if (panel.window.caption == kOpenCaption && WhyUnreadable(typed.string()).empty()) return typed.string();
+  return (FolderOf(panel) / WithExtension(panel.Text3, Extension(panel.pattern))).string();
 }
 
 void FilePanelPress(Machine& m) {
-  const std::string file = FilePanelFile(m.panel);
+  FilePanel& panel = m.panel;
+  const std::string file = FilePanelFile(panel);
   if (file.empty()) {
-    m.panel.error = "Choose a file or type its name.";
+    panel.error = "Choose a file or type its name.";
     return;
   }
-  const FileAction* action = FindAction(m.panel.caption, m.panel.pattern);
+  const Action action = FindAction(panel.window.caption, panel.pattern);
   if (action == nullptr) return;
-  if (action->caption == kOpenCaption && !IsFile(file)) {
-    m.panel.error = "There is no such file.";
-    return;
-  }
-  m.panel.error.clear();
-  Run(m, *action, file);
+  panel.error = panel.window.caption == kOpenCaption ? WhyUnreadable(file) : std::string();
+  if (!panel.error.empty()) return;
+  // Hidden first: a load may serve the user's events before it goes on.
+  panel.window.visible = false;
+  action(m, file);
+  m.screen.focusPicD = true;
 }
 
-bool OpenBySuffix(Machine& m, const std::string& file) {
-  std::string pattern = "*" + std::filesystem::path(file).extension().string();
-  for (char& c : pattern) c = Small(c);
-  const FileAction* action = FindAction(kOpenCaption, pattern);
-  if (action == nullptr || !IsFile(file)) return false;
-  Run(m, *action, file);
-  return true;
+void FilePanelCancel(Machine& m) {
+  m.panel.window.visible = false;
+  m.screen.focusPicD = true;
 }
+
+void File1_Click(Machine& m) { m.panel.Text3 = m.panel.File1.Selected(); }
+
+void Dir1_DoubleClick(Machine& m) {
+  const fs::path folder = (FolderOf(m.panel) / m.panel.Dir1.Selected()).lexically_normal();
+  ShowFolder(m.panel, folder.has_filename() ? folder.string() : folder.parent_path().string());
+}
+
+void Text5_Enter(Machine& m) { ChoosePattern(m, std::string(m.panel.Text5)); }
 
 }  // namespace quoll

@@ -1,12 +1,12 @@
-// The main window's menu: what stands in it and what each entry does to the machine.
+// The main window's menu: what stands in it and what each entry does to the machine. Its list and its texts,
+// and the controls of the file panel that opens inside it.
 #include "forms/TScreen.h"
 
-#include <cstddef>
-#include <utility>
-
+#include "core/FormTable.h"
+#include "forms/FilePanel.h"
+#include "loop/RunLoop.h"
 #include "machine/Machine.h"
 #include "machine/MachineInit.h"
-#include "loop/RunLoop.h"
 #include "media/Cartridge.h"
 #include "media/Pictures.h"
 
@@ -33,8 +33,7 @@ void ToggleAndFocus(Machine& m) {
 template <Tick kTick>
 void ToggleModel(Machine& m) {
   Toggle<kTick>(m);
-  MachineInit(m);
-  MachineReset(m);
+  RebuildMachine(m);
   FocusPicture(m);
 }
 
@@ -44,8 +43,7 @@ void ToggleCard(Machine& m) {
   Toggle<kTick>(m);
   m.MemImage[kWarmStartMark] = 0xFF;
   CpuReset(m);
-  MachineInit(m);
-  MachineReset(m);
+  RebuildMachine(m);
   FocusPicture(m);
 }
 
@@ -80,14 +78,14 @@ void xS2_Click(Machine& m) {
 void xS3_Click(Machine& m) {
   Toggle<&TScreen::xS3>(m);
   m.screen.xS1 = m.screen.xS2 = m.screen.xS4 = false;
-  m.cpumon.HScroll1 = 2;
+  StoreScroll(m.cpumon.HScroll1, 2);
   FocusPicture(m);
 }
 
 void xS4_Click(Machine& m) {
   Toggle<&TScreen::xS4>(m);
   m.screen.xS1 = m.screen.xS2 = m.screen.xS3 = false;
-  m.cpumon.HScroll1 = 4;
+  StoreScroll(m.cpumon.HScroll1, 4);
   FocusPicture(m);
 }
 
@@ -99,7 +97,7 @@ void xLoadCRT_Click(Machine& m) { OpenFilePanel(m, kOpenCaption, "*.crt"); }
 void xLoadTim_Click(Machine& m) { OpenFilePanel(m, kOpenCaption, "*.tim"); }
 
 void xUnloadCRT_Click(Machine& m) {
-  m.panel.visible = false;
+  m.panel.window.visible = false;
   UnloadCRT(m);
   FocusPicture(m);
 }
@@ -110,124 +108,91 @@ void xSaveScreen_Click(Machine& m) { SaveScreen(m); }
 void xLoadScreen_Click(Machine& m) { LoadScreen(m); }
 void xMemDump_Click(Machine& m) { MemoryDump(m); }
 
-template <WindowState Windows::*kWindow>
+template <auto kForm>
 void Show(Machine& m) {
-  ShowWindow(m.windows.*kWindow);
+  ShowForm((m.*kForm).window);
 }
 
-constexpr std::array kMenu{
-    MenuItem{"File", "xLoadCAS", "Load cas", nullptr, xLoadCAS_Click},
-    MenuItem{"File", "xSaveCAS", "Save cas", nullptr, xSaveCAS_Click},
-    MenuItem{"File", "xLoadSnap", "Load Snap", nullptr, xLoadSnap_Click},
-    MenuItem{"File", "xSaveSnap", "Save Snap", nullptr, xSaveSnap_Click},
-    MenuItem{"File", "xLoadCRT", "Load CRT", nullptr, xLoadCRT_Click},
-    MenuItem{"File", "xUnloadCRT", "Unload", nullptr, xUnloadCRT_Click},
-    MenuItem{"File", "xSvaMEX4", "Save MEX4MB", nullptr, xSvaMEX4_Click},
-    MenuItem{"File", "xio0", "I/O card 0: Floppy", &TScreen::xio0, ToggleCard<&TScreen::xio0>},
-    MenuItem{"File", "xio1", "I/O card 1: RS232", &TScreen::xio1, ToggleCard<&TScreen::xio1>},
-    MenuItem{"File", "xio2", "I/O card 2: SoundCard", &TScreen::xio2, ToggleCard<&TScreen::xio2>},
-    MenuItem{"File", "xio3", "I/O card 3: (IO3.rom)", &TScreen::xio3, ToggleCard<&TScreen::xio3>},
-    MenuItem{"File", "xSaveScreen", "Save Screen", nullptr, xSaveScreen_Click},
-    MenuItem{"File", "xLoadScreen", "Load Screen", nullptr, xLoadScreen_Click},
-    MenuItem{"File", "xLoadTim", "Load Tim", nullptr, xLoadTim_Click},
-    MenuItem{"File", "xMemDump", "Memory dump", nullptr, xMemDump_Click},
-    MenuItem{"File", "xReset", "Reset", nullptr, xReset_Click},
-    MenuItem{"File", "xReset2", "Reset2", nullptr, xReset2_Click},
-    MenuItem{"Media", "xdiskload", "Disk Load"},
-    MenuItem{"Media", "xTapeLoad", "Tape Load", nullptr, Show<&Windows::TTape>},
-    MenuItem{"Options", "xFullsc", "FullScreen", nullptr, Show<&Windows::FScreen>},
-    MenuItem{"Options", "xScreenBW", "Screen BW", &TScreen::xScreenBW, Toggle<&TScreen::xScreenBW>},
-    MenuItem{"Options", "xScreenDIB", "Screen DIB", &TScreen::xScreenDIB, Toggle<&TScreen::xScreenDIB>},
-    MenuItem{"Options", "xScreenNoise", "Screen noise", &TScreen::xScreenNoise,
-             Toggle<&TScreen::xScreenNoise>},
-    MenuItem{"Options", "xSound", "Sound", &TScreen::xSound, ToggleAndFocus<&TScreen::xSound>},
-    MenuItem{"Options", "xNoError", "Ignore CPU error", &TScreen::xNoError,
-             ToggleAndFocus<&TScreen::xNoError>},
-    MenuItem{"Options", "xUnDoc", "Undocumented", &TScreen::xUnDoc, xUnDoc_Click},
-    MenuItem{"Options", "x32KB", "32K", &TScreen::x32KB, ToggleModel<&TScreen::x32KB>},
-    MenuItem{"Options", "xBasic", "Basic 2.2", &TScreen::xBasic, ToggleModel<&TScreen::xBasic>},
-    MenuItem{"Speed", "xS1", "Pause", &TScreen::xS1, xS1_Click},
-    MenuItem{"Speed", "xS2", "0.5x", &TScreen::xS2, xS2_Click},
-    MenuItem{"Speed", "xS3", "Normal", &TScreen::xS3, xS3_Click},
-    MenuItem{"Speed", "xS4", "2x", &TScreen::xS4, xS4_Click},
-    MenuItem{"Speed", "xS5", "4x", &TScreen::xS5},
-    MenuItem{"Speed", "xS6", "Max", &TScreen::xS6, Toggle<&TScreen::xS6>},
-    MenuItem{"View", "xTVCmon", "TVC monitor", nullptr, Show<&Windows::TVCmon>},
-    MenuItem{"View", "xDebug", "Z80 monitor"},
-    MenuItem{"View", "xAsse", "Assembler"},
-    MenuItem{"View", "xPrinter", "Printer"},
-    MenuItem{"View", "xSerial", "Serial"},
-    MenuItem{"View", "xsaa", "SAA1099"},
-    MenuItem{"View", "xSN76", "SN76489"},
-    MenuItem{"View", "xYM", "YM3812"},
-    MenuItem{"View", "xYM2", "YM2413"},
-    MenuItem{"View", "xSID", "SID6581"},
-    MenuItem{"View", "xAY3", "AY-3-8910"},
-    MenuItem{"View", "xErrorSim", "ErrorSim", nullptr, Show<&Windows::ErrorSim>},
-    MenuItem{"View", "xTools", "Tools"},
-    MenuItem{"View", "xSoundOut", "Sound output", nullptr, Show<&Windows::FDXF>},
-    MenuItem{"Help", "xHelp", "Help", nullptr, Show<&Windows::Frame2>},
+constexpr On<&Machine::screen> f;
+constexpr On<&Machine::panel> panel;
+
+constexpr std::array kControls{
+    // The menus, in the order in which they show their entries.
+    MenuEntry("File", "xLoadCAS", "Load cas", xLoadCAS_Click),
+    MenuEntry("File", "xSaveCAS", "Save cas", xSaveCAS_Click),
+    MenuEntry("File", "xLoadSnap", "Load Snap", xLoadSnap_Click),
+    MenuEntry("File", "xSaveSnap", "Save Snap", xSaveSnap_Click),
+    MenuEntry("File", "xLoadCRT", "Load CRT", xLoadCRT_Click),
+    MenuEntry("File", "xUnloadCRT", "Unload", xUnloadCRT_Click),
+    MenuEntry("File", "xSvaMEX4", "Save MEX4MB", xSvaMEX4_Click),
+    f.Tick<&TScreen::xio0>("File", "xio0", "I/O card 0: Floppy", ToggleCard<&TScreen::xio0>),
+    f.Tick<&TScreen::xio1>("File", "xio1", "I/O card 1: RS232", ToggleCard<&TScreen::xio1>),
+    f.Tick<&TScreen::xio2>("File", "xio2", "I/O card 2: SoundCard", ToggleCard<&TScreen::xio2>),
+    f.Tick<&TScreen::xio3>("File", "xio3", "I/O card 3: (IO3.rom)", ToggleCard<&TScreen::xio3>),
+    MenuEntry("File", "xSaveScreen", "Save Screen", xSaveScreen_Click),
+    MenuEntry("File", "xLoadScreen", "Load Screen", xLoadScreen_Click),
+    MenuEntry("File", "xLoadTim", "Load Tim", xLoadTim_Click),
+    MenuEntry("File", "xMemDump", "Memory dump", xMemDump_Click),
+    MenuEntry("File", "xReset", "Reset", xReset_Click),
+    MenuEntry("File", "xReset2", "Reset2", xReset2_Click),
+    MenuEntry("Media", "xdiskload", "Disk Load"),
+    MenuEntry("Media", "xTapeLoad", "Tape Load", Show<&Machine::ttape>),
+    MenuEntry("Options", "xFullsc", "FullScreen", Show<&Machine::fscreen>),
+    f.Tick<&TScreen::xScreenBW>("Options", "xScreenBW", "Screen BW", Toggle<&TScreen::xScreenBW>),
+    f.Tick<&TScreen::xScreenDIB>("Options", "xScreenDIB", "Screen DIB", Toggle<&TScreen::xScreenDIB>),
+    f.Tick<&TScreen::xScreenNoise>("Options", "xScreenNoise", "Screen noise", Toggle<&TScreen::xScreenNoise>),
+    f.Tick<&TScreen::xSound>("Options", "xSound", "Sound", ToggleAndFocus<&TScreen::xSound>),
+    f.Tick<&TScreen::xNoError>("Options", "xNoError", "Ignore CPU error", ToggleAndFocus<&TScreen::xNoError>),
+    f.Tick<&TScreen::xUnDoc>("Options", "xUnDoc", "Undocumented", xUnDoc_Click),
+    f.Tick<&TScreen::x32KB>("Options", "x32KB", "32K", ToggleModel<&TScreen::x32KB>),
+    f.Tick<&TScreen::xBasic>("Options", "xBasic", "Basic 2.2", ToggleModel<&TScreen::xBasic>),
+    f.Tick<&TScreen::xS1>("Speed", "xS1", "Pause", xS1_Click),
+    f.Tick<&TScreen::xS2>("Speed", "xS2", "0.5x", xS2_Click),
+    f.Tick<&TScreen::xS3>("Speed", "xS3", "Normal", xS3_Click),
+    f.Tick<&TScreen::xS4>("Speed", "xS4", "2x", xS4_Click),
+    f.Tick<&TScreen::xS5>("Speed", "xS5", "4x"),
+    f.Tick<&TScreen::xS6>("Speed", "xS6", "Max", Toggle<&TScreen::xS6>),
+    MenuEntry("View", "xTVCmon", "TVC monitor", Show<&Machine::tvcmon>),
+    MenuEntry("View", "xDebug", "Z80 monitor"),
+    MenuEntry("View", "xAsse", "Assembler"),
+    MenuEntry("View", "xPrinter", "Printer"),
+    MenuEntry("View", "xSerial", "Serial"),
+    MenuEntry("View", "xsaa", "SAA1099"),
+    MenuEntry("View", "xSN76", "SN76489"),
+    MenuEntry("View", "xYM", "YM3812"),
+    MenuEntry("View", "xYM2", "YM2413"),
+    MenuEntry("View", "xSID", "SID6581"),
+    MenuEntry("View", "xAY3", "AY-3-8910"),
+    MenuEntry("View", "xErrorSim", "ErrorSim", Show<&Machine::errorsim>),
+    MenuEntry("View", "xTools", "Tools"),
+    MenuEntry("View", "xSoundOut", "Sound output", Show<&Machine::fdxf>),
+    MenuEntry("Help", "xHelp", "Help", Show<&Machine::frame2>),
+
+    f.Label<&TScreen::Label1>("Label1", "Status"),
+    f.Text<&TScreen::Text1>("Text1", "Speed: hundred-thousandths of a second for a frame"),
+    f.List<&TScreen::List1>("List1", "Accesses to unknown ports"),
+    f.Caption(),
+
+    panel.Text<&FilePanel::Text3>("Text3", "File name").Enter(FilePanelPress),
+    panel.Text<&FilePanel::Text5>("Text5", "Pattern of the listed files").Enter(Text5_Enter),
+    panel.Text<&FilePanel::Text6>("Text6", "Start address")
+        .Enter(FilePanelPress)
+        .Looks(panel.Look<&FilePanel::casLook>),
+    panel.Text<&FilePanel::Text7>("Text7", "End address")
+        .Enter(FilePanelPress)
+        .Looks(panel.Look<&FilePanel::casLook>),
+    panel.Text<&FilePanel::Text8>("Text8", "Word at 1720")
+        .Enter(FilePanelPress)
+        .Looks(panel.Look<&FilePanel::casLook>),
+    panel.List<&FilePanel::Dir1>("Dir1", "Folders").DoubleClick(Dir1_DoubleClick),
+    panel.List<&FilePanel::File1>("File1", "Files", File1_Click).DoubleClick(FilePanelPress),
+    panel.Label<&FilePanel::location>("Frame4", "Location"),
+    panel.Label<&FilePanel::error>("Frame1Error", "Error"),
+    Button("Command2", "OPEN", FilePanelPress),
+    Button("Frame1Cancel", "Cancel", FilePanelCancel),
 };
 
-// Menu items as controls, made from the table above so that an item is listed once.
-template <size_t kPlace>
-Control MenuControl() {
-  const MenuItem& item = kMenu[kPlace];
-  Control control{item.name, ControlKind::Menu};
-  if (item.tick != nullptr) {
-    control.field = [](Machine& m) -> ControlField { return &(m.screen.*kMenu[kPlace].tick); };
-  }
-  if (item.click != nullptr) {
-    control.changed = [](Machine& m, int) { kMenu[kPlace].click(m); };
-  }
-  return control;
-}
-
-constexpr size_t kOwnControls = 4;
-
-template <size_t... kPlaces>
-std::array<Control, kOwnControls + sizeof...(kPlaces)> AllControls(std::index_sequence<kPlaces...>) {
-  return {
-      Control{"Caption", ControlKind::Label, [](Machine& m) -> ControlField { return &m.screen.Caption; }},
-      Control{"Label1", ControlKind::Label, [](Machine& m) -> ControlField { return &m.screen.Label1; }},
-      Control{"Text1", ControlKind::Text, [](Machine& m) -> ControlField { return &m.screen.Text1; }},
-      Control{"List1", ControlKind::List},  // its lines are a PortLog, which no field can hold
-      MenuControl<kPlaces>()...,
-  };
-}
-
-void Log(PortLog& log, uint32_t limit, char kind, int32_t port) {
-  if (log.count > limit) log.count = 0;
-  log.lines[log.count++] = {kind, port};
-}
-
 }  // namespace
-
-std::string PortLog::Text(uint32_t line) const {
-  if (line >= count) return {};
-  return lines[line].kind + std::to_string(lines[line].port);
-}
-
-void LogPortWrite(PortLog& log, int32_t port) { Log(log, PortLog::kWriteLimit, 'W', port); }
-void LogPortRead(PortLog& log, int32_t port) { Log(log, PortLog::kReadLimit, 'R', port); }
-
-std::span<const MenuItem> MenuItems() { return kMenu; }
-
-const MenuItem* FindMenuItem(std::string_view name) {
-  for (const MenuItem& item : kMenu) {
-    if (item.name == name) return &item;
-  }
-  return nullptr;
-}
-
-void ClickMenu(Machine& m, const MenuItem& item) {
-  if (item.click != nullptr) item.click(m);
-}
-
-std::span<const Control> TScreenControls() {
-  static const auto controls = AllControls(std::make_index_sequence<kMenu.size()>());
-  return controls;
-}
 
 void xReset_Click(Machine& m) {
   m.run.ResetRequest = 1;
@@ -238,5 +203,9 @@ void xReset2_Click(Machine& m) {
   m.MemImage[kWarmStartMark] = 0xFF;  // the ROM then makes a cold start
   xReset_Click(m);
 }
+
+constexpr Form kTScreen{"TScreen", "", f.State, kControls};
+constexpr Form kFrame2{"Frame2", "About", On<&Machine::frame2>::State, {}};
+constexpr Form kFScreen{"FScreen", "TVC", On<&Machine::fscreen>::State, {}};
 
 }  // namespace quoll

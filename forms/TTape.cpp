@@ -1,14 +1,17 @@
 #include "forms/TTape.h"
 
-#include <array>
 #include <filesystem>
 
-#include "machine/Machine.h"
+#include "core/FolderList.h"
+#include "core/FormTable.h"
 #include "core/NumberText.h"
+#include "machine/Machine.h"
 
 namespace quoll {
 
 namespace {
+
+using namespace std::chrono_literals;
 
 constexpr int32_t kRewind = -40, kPlay = 10, kForward = 40;
 constexpr uint8_t kMotor = 0x40;  // of port 5
@@ -18,60 +21,37 @@ void Wind(Machine& m, int32_t speed) {
   m.ttape.Label1 = "0";
 }
 
-void Command1_Click(Machine& m, int) {
+void Command1_Click(Machine& m) {
   Wind(m, kRewind);
-  TapeRewind(m);
+  TapeRewind(m.tape);
 }
 
-void Command2_Click(Machine& m, int) { Wind(m, kPlay); }
+void Command2_Click(Machine& m) { Wind(m, kPlay); }
 
 // Winding forward has the tape begin anew, too: it only looks different.
-void Command3_Click(Machine& m, int) {
+void Command3_Click(Machine& m) {
   Wind(m, kForward);
-  TapeRewind(m);
+  TapeRewind(m.tape);
 }
 
-void Command8_Click(Machine& m, int) {
-  TapeRewind(m);
+void Command8_Click(Machine& m) {
+  TapeRewind(m.tape);
   m.ttape.Label2 = "0";
 }
 
-void Command9_Click(Machine& m, int) {
-  m.ttape.listShown = true;
-  m.ttape.folder = m.panel.folder;
-  ++m.ttape.listRefreshes;
+void Command9_Click(Machine& m) {
+  TTape& form = m.ttape;
+  form.folder = m.panel.folder;
+  form.File1.Fill(FilesIn(form.folder, "*.wav").names);
+  form.File1Look.visible = true;
 }
 
-void File1_Click(Machine& m, int) {
-  TTape_Insert(m, (std::filesystem::path(m.ttape.folder) / m.ttape.File1).string());
+void File1_Click(Machine& m) {
+  TTape_Insert(m, (std::filesystem::path(m.ttape.folder) / m.ttape.File1.Selected()).string());
 }
 
-template <auto kField>
-constexpr Control Value(std::string_view name, ControlKind kind, void (*changed)(Machine&, int) = nullptr) {
-  return {name, kind, [](Machine& m) -> ControlField { return &(m.ttape.*kField); }, changed};
-}
-
-constexpr Control Button(std::string_view name, void (*pressed)(Machine&, int)) {
-  return {name, ControlKind::Button, nullptr, pressed};
-}
-
-constexpr std::array kControls{
-    Button("Command1", Command1_Click),
-    Button("Command2", Command2_Click),
-    Button("Command3", Command3_Click),
-    Button("Command8", Command8_Click),
-    Button("Command9", Command9_Click),
-    Value<&TTape::File1>("File1", ControlKind::Text, File1_Click),
-    Value<&TTape::Label1>("Label1", ControlKind::Label),
-    Value<&TTape::Label2>("Label2", ControlKind::Label),
-    Value<&TTape::Label3>("Label3", ControlKind::Label),
-};
-
-}  // namespace
-
-int32_t ReelPicture(const TTape& form) { return form.phase / (TTape::kPhases / TTape::kPictures); }
-
-void TTape_Timer1(Machine& m) {
+// Moves reels and counter on.
+void Timer1_Timer(Machine& m) {
   TTape& form = m.ttape;
   form.playSpeed = 0;
   if ((m.PortShadow[5] & kMotor) != 0) {
@@ -84,13 +64,32 @@ void TTape_Timer1(Machine& m) {
   if (form.WindSpeed < 0) ++form.WindSpeed;
 }
 
+constexpr On<&Machine::ttape> f;
+
+constexpr std::array kControls{
+    Button("Command1", "Rewind", Command1_Click),
+    Button("Command2", "Play", Command2_Click),
+    Button("Command3", "Fast forward", Command3_Click),
+    Button("Command8", "Rewind the second deck", Command8_Click),
+    Button("Command9", "Eject: choose a tape", Command9_Click),
+    f.List<&TTape::File1>("File1", "Tapes", File1_Click).Looks(f.Look<&TTape::File1Look>),
+    f.Label<&TTape::Label1>("Label1", "Counter"),
+    f.Label<&TTape::Label2>("Label2", "Counter of the second deck"),
+    f.Label<&TTape::Label3>("Label3", "Name of the tape"),
+    Timer("Timer1", 100ms, Timer1_Timer),
+};
+
+}  // namespace
+
+int32_t ReelPicture(const TTape& form) { return form.phase / (TTape::kPhases / TTape::kPictures); }
+
 void TTape_Insert(Machine& m, const std::string& file) {
-  TapeOpen(m, file);
-  TapeRewind(m);
+  TapeOpen(m.tape, file);
+  TapeRewind(m.tape);
   m.ttape.Label1 = "0";
   m.ttape.Label3 = std::filesystem::path(file).filename().string();
 }
 
-std::span<const Control> TTapeControls() { return kControls; }
+constexpr Form kTTape{"TTape", "Tape", f.State, kControls};
 
 }  // namespace quoll

@@ -1,19 +1,20 @@
 #include "forms/TTools.h"
 
-#include <array>
-
+#include "core/FormTable.h"
 #include "machine/Machine.h"
 
 namespace quoll {
 
 namespace {
 
+constexpr On<&Machine::tools> f;
+
 constexpr std::array kControls{
-    Control{"Text1", ControlKind::Text, [](Machine& m) -> ControlField { return &m.tools.Text1; }},
+    f.Text<&TTools::Text1>("Text1", "Key code"),
 };
 
 }  // namespace
 
-std::span<const Control> TToolsControls() { return kControls; }
+constexpr Form kTTools{"TTools", "Tools", f.State, kControls};
 
 }  // namespace quoll

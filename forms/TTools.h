@@ -1,7 +1,6 @@
 // The tools window's record.
 #pragma once
 
-#include <span>
 #include <string>
 
 #include "core/Form.h"
@@ -9,11 +8,12 @@
 namespace quoll {
 
 struct TTools {
+  FormState window;
   std::string Text1;  // code of the last host key, decimal: serves for finding a key
 
   bool operator==(const TTools&) const = default;
 };
 
-std::span<const Control> TToolsControls();
+extern const Form kTTools;
 
 }  // namespace quoll

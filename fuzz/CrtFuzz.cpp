@@ -9,10 +9,10 @@
 #include <fstream>
 #include <memory>
 
+#include "fuzz/Tiled.h"
+#include "loop/RunLoop.h"
 #include "machine/Machine.h"
 #include "machine/MachineInit.h"
-#include "loop/RunLoop.h"
-#include "fuzz/Tiled.h"
 #include "media/Cartridge.h"
 
 namespace quoll {

@@ -4,9 +4,9 @@
 #include <cstring>
 #include <memory>
 
+#include "loop/RunLoop.h"
 #include "machine/Machine.h"
 #include "machine/MachineInit.h"
-#include "loop/RunLoop.h"
 
 namespace quoll {
 

@@ -8,9 +8,9 @@
 #include <memory>
 #include <random>
 
+#include "loop/RunLoop.h"
 #include "machine/Machine.h"
 #include "machine/MachineInit.h"
-#include "loop/RunLoop.h"
 
 namespace quoll {
 

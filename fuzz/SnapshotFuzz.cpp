@@ -7,10 +7,10 @@
 #include <memory>
 #include <string_view>
 
+#include "fuzz/Tiled.h"
+#include "loop/RunLoop.h"
 #include "machine/Machine.h"
 #include "machine/MachineInit.h"
-#include "loop/RunLoop.h"
-#include "fuzz/Tiled.h"
 #include "media/Snapshot.h"
 
 namespace quoll {

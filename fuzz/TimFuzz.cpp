@@ -5,9 +5,9 @@
 #include <cstring>
 #include <memory>
 
+#include "fuzz/Tiled.h"
 #include "machine/Machine.h"
 #include "machine/MachineInit.h"
-#include "fuzz/Tiled.h"
 #include "media/Pictures.h"
 
 namespace quoll {

@@ -1,7 +1,7 @@
 #include "loop/Interrupts.h"
 
-#include "machine/Machine.h"
 #include "core/Wrap.h"
+#include "machine/Machine.h"
 #include "z80/Alu.h"
 
 namespace quoll {

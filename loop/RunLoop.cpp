@@ -12,13 +12,15 @@
 #include <cmath>
 #include <limits>
 
+#include "core/NumberText.h"
+#include "core/Wrap.h"
+#include "loop/Interrupts.h"
+#include "loop/Redraw.h"
+#include "loop/SliceCpu.h"
+#include "loop/SoundFrame.h"
 #include "machine/Machine.h"
 #include "machine/MachineInit.h"
-#include "core/NumberText.h"
 #include "machine/Ports.h"
-#include "core/Wrap.h"
-#include "loop/SliceCpu.h"
-#include "loop/Interrupts.h"
 #include "z80/OpcodesBase.h"
 
 namespace quoll {
@@ -31,8 +33,8 @@ constexpr int32_t kCursorWidth = 2;      // character positions in which the int
 constexpr uint32_t kDrawInterval = 19;   // a picture is drawn when more milliseconds have passed
 
 // An instruction whose prefix was met in an earlier pass: only a snapshot or a script can leave one behind.
-template <class Core>
-void ResumePrefix(Core& c) {
+template <class Cpu>
+void ResumePrefix(Cpu& c) {
   const int32_t prefix = c.s.PrefixState;
   c.Fetch();  // a read at PC comes first, whatever the page goes on to read: it may have side effects
   switch (prefix) {
@@ -52,7 +54,7 @@ void ResumePrefix(Core& c) {
 // have not been added to the clocks. Returns their number.
 template <bool kMapped>
 int32_t RunSlice(Machine& m, int32_t slice) {
-  Core<kMapped> c(m, slice);
+  SliceCpu<kMapped> c(m, slice);
   do {
     c.BeginPass();
     if constexpr (!kMapped) {
@@ -68,7 +70,7 @@ int32_t RunSlice(Machine& m, int32_t slice) {
   return c.settled - c.left;
 }
 
-// All pages in one function, so that the compiler keeps Core in host registers. Sanitized, that function
+// All pages in one function, so that the compiler keeps SliceCpu in host registers. Sanitized, that function
 // would take minutes to compile.
 #ifndef __SANITIZE_ADDRESS__
 [[gnu::flatten]]
@@ -141,8 +143,7 @@ void CountTone(Machine& m, int32_t passed) {
   m.run.ToneItCounter = WrappingSub(m.run.ToneItCounter, passed);
   if (m.run.ToneItCounter >= 1) return;
   m.run.ToneItCounter = TonePeriod(m.PortShadow);
-  const bool enabled = (m.PortShadow[5] & 0x20) != 0;
-  if (enabled && m.tvcmon.Check3) RaiseCursorToneFlag(m);
+  if (ToneInterrupts(m.PortShadow) && m.tvcmon.Check3) RaiseCursorToneFlag(m);
 }
 
 // A frame is taken as a strip of character positions of 13.6 T-states. A long instruction can step over the
@@ -202,7 +203,7 @@ void EndFrame(Machine& m, uint32_t& lastTick) {
 void TestBreakpoint(Machine& m) {
   if (m.run.BreakArmed == 0 || !m.cpumon.Check2 || NumberOfText(m.cpumon.Text5) != m.z80.PC) return;
   m.run.CpuRunning = 0;
-  CPUmon_redraw(m);
+  CPUmon_redraw(m.cpumon);
 }
 
 // Everything of a pass after its instruction.
@@ -226,7 +227,7 @@ void RunPasses(Machine& m, uint32_t& lastTick) {
   const int32_t cyclesBefore = m.run.Cycles;
   m.run.Cycles = WrappingAdd(m.run.Cycles, passed);
   FinishPass(m, cyclesBefore, lastTick);
-  if (m.IdlePasses >= Core<true>::kIdleSlice) {
+  if (m.IdlePasses >= SliceCpu<true>::kIdleSlice) {
     m.IdlePasses = 0;
     m.host->Stalled(m);
     KeepRanges(m.z80);
@@ -243,8 +244,8 @@ void RunLoop(Machine& m) {
   do {
     RunPasses(m, lastTick);
   } while (m.run.CpuRunning == 1);
-  m.cpumon.Command1Color = CPUmon::kRed;
-  CPUmon_redraw(m);
+  m.cpumon.Command1Look.back = kRed;
+  CPUmon_redraw(m.cpumon);
 }
 
 int32_t FrameTimeValue(Machine& m) {

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 
+#include "loop/MissingOP.h"
 #include "machine/Machine.h"
 #include "machine/Ports.h"
 #include "z80/Alu.h"
@@ -17,7 +18,7 @@ namespace quoll {
 // kMapped: memory is reached through the page map, PC lies within it. Otherwise every access walks
 // MemRead and MemWrite: needed while reads have side effects or PC has left the map.
 template <bool kMapped>
-struct Core {
+struct SliceCpu {
   static constexpr bool kMappedMemory = kMapped;
   static constexpr intptr_t kGranuleMask = 0xFFF;
 
@@ -29,7 +30,7 @@ struct Core {
   size_t trail;     // next slot of PcHistory
   int32_t refresh;  // R
 
-  Core(Machine& machine, int32_t slice)
+  SliceCpu(Machine& machine, int32_t slice)
       : m(machine),
         s(machine.z80),
         pc(machine.z80.PC),
@@ -38,9 +39,9 @@ struct Core {
         trail(machine.run.PcHistory.next),
         refresh(machine.z80.R) {}
 
-  Core(const Core&) = default;
+  SliceCpu(const SliceCpu&) = default;
   // Takes over what an instruction done on a copy has left.
-  Core& operator=(const Core& other) {
+  SliceCpu& operator=(const SliceCpu& other) {
     pc = other.pc;
     left = other.left;
     settled = other.settled;
@@ -198,10 +199,6 @@ struct Core {
     Jump(target, tStates, steps);
   }
 
-  // Ports whose access can move an interrupt or a counter's end.
-  static constexpr bool MovesEvents(int32_t port) {
-    return port == 0x07 || (port & 0xF8) == 0x58 || (port & 0xF9) == 0x71;
-  }
   void Out(int32_t port, int32_t& value) {
     Settle();
     PortOut(m, port, value);

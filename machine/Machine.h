@@ -8,38 +8,35 @@
 #include <vector>
 
 #include "cards/Printer.h"
-#include "forms/TTools.h"
 #include "core/Host.h"
-#include "machine/Memory.h"
 #include "core/Random.h"
 #include "core/RunState.h"
-#include "forms/CPUmon.h"
-#include "forms/TVCmon.h"
 #include "display/Crtc.h"
-#include "forms/ErrorSim.h"
-#include "forms/FilePanel.h"
 #include "display/Keyboard.h"
 #include "display/LightPen.h"
 #include "display/Palette.h"
 #include "display/Refresh.h"
-#include "forms/TScreen.h"
-#include "display/Windows.h"
-#include "forms/TTape.h"
-#include "tape/Tape.h"
+#include "forms/CPUmon.h"
+#include "forms/ErrorSim.h"
 #include "forms/FDXF.h"
+#include "forms/FilePanel.h"
 #include "forms/Fsaa.h"
+#include "forms/TPrint.h"
+#include "forms/TScreen.h"
+#include "forms/TTape.h"
+#include "forms/TTools.h"
+#include "forms/TVCmon.h"
+#include "machine/Memory.h"
+#include "sound/BlockRecording.h"
 #include "sound/Mixer.h"
 #include "sound/Tone.h"
+#include "tape/Tape.h"
 #include "z80/Z80State.h"
 
 namespace quoll {
 
-struct Machine {
-  explicit Machine(Host& hostOfMachine) : host(&hostOfMachine) {}
-
-  Host* host;                 // never null
-  std::string programFolder;  // where ROMs and cartridges are looked for; empty means the working directory
-
+// What a machine is in. It can be compared as a whole.
+struct MachineState {
   // Processor, its clock, its memory and its ports.
   Z80State z80{};
   RunState run;
@@ -47,11 +44,8 @@ struct Machine {
   std::vector<MexPage> MexPages;  // empty, or 256 pages of the MEX4MB cartridge
   std::string CartName;           // file name of the cartridge, empty when there is none
   std::string cartFolder;         // where it was found; empty: the program folder
-  std::array<uint8_t, 256> PortShadow{};
+  PortBytes PortShadow{};
   bool VideoReadNoise = false;  // page 2 video reads damage bank 0
-  PageMap pages;
-  uint32_t IdlePasses =
-      0;  // passes without a T-state, counted for Host::Stalled; no part of the machine's state
 
   // Devices.
   Random random;
@@ -62,20 +56,34 @@ struct Machine {
   Picture picture;
   Tone tone;
   Mixer mixer;
+  BlockRecording recording;
   Tape tape;
+  Printer printer;
 
   // Forms.
   TScreen screen;
   FilePanel panel;
-  Windows windows;
+  BareForm frame2, fscreen;
   CPUmon cpumon;
   TVCmon tvcmon;
   TTape ttape;
   FDXF fdxf;
   Fsaa fsaa;
   ErrorSim errorsim;
-  TPrint printer;
+  TPrint tprint;
   TTools tools;
+
+  bool operator==(const MachineState&) const = default;
+};
+
+// The state and what it is worked with, which is no part of it.
+struct Machine : MachineState {
+  explicit Machine(Host& hostOfMachine) : host(&hostOfMachine) {}
+
+  Host* host;                 // never null
+  std::string programFolder;  // where ROMs and cartridges are looked for; empty means the working directory
+  PageMap pages;
+  uint32_t IdlePasses = 0;  // passes without a T-state, counted for Host::Stalled
 };
 
 // Shows a message box with the stop icon, then ends the program by throwing ProgramEnd.

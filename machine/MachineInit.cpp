@@ -3,23 +3,16 @@
 #include <algorithm>
 #include <memory>
 
+#include "core/Wrap.h"
 #include "machine/Machine.h"
 #include "machine/Ports.h"
 #include "machine/RomFiles.h"
-#include "core/Wrap.h"
 
 namespace quoll {
 
 namespace {
 
-constexpr size_t kRomSize = 0x2000;
-constexpr size_t kSoundRomSize = 4 * kRomSize;
 constexpr size_t kFloppyRomSize = 0x4000;
-constexpr const char* kSoundRom = "sndmx.rom";
-
-std::span<uint8_t> Region(Machine& m, int32_t offset, size_t size) {
-  return std::span(m.MemImage).subspan(static_cast<size_t>(offset), size);
-}
 
 void LoadSystemRom(Machine& m, const char* name, int32_t offset) {
   if (!ReadRomFile(m.programFolder, name, Region(m, offset, kRomSize)))
@@ -60,18 +53,6 @@ void LoadCartridge(Machine& m) {
 
 }  // namespace
 
-void EndProgram(Machine& m, std::string_view text, std::string_view title) {
-  m.host->MessageBox(text, title, MessageIcon::Stop);
-  throw ProgramEnd{};
-}
-
-void SelectSoundRomPage(Machine& m, int32_t page) {
-  std::array<uint8_t, kSoundRomSize> rom{};
-  if (!ReadRomFile(m.programFolder, kSoundRom, rom)) return;
-  const size_t first = static_cast<size_t>(page & 3) * kRomSize;
-  std::ranges::copy(std::span(rom).subspan(first, kRomSize), Region(m, kIom2, kRomSize).begin());
-}
-
 void MachineInit(Machine& m) {
   m.MemImage.fill(0);
   m.PortShadow.fill(0);
@@ -90,6 +71,11 @@ void MachineInit(Machine& m) {
   LoadCards(m);
   LoadCartridge(m);
   RenewPages(m);
+}
+
+void RebuildMachine(Machine& m) {
+  MachineInit(m);
+  MachineReset(m);
 }
 
 void CpuReset(Machine& m) {

@@ -17,8 +17,7 @@ void MachineReset(Machine& m);
 // The processor's part of a reset: registers as after CpuInit, requests and lines cleared, 3 T-states.
 void CpuReset(Machine& m);
 
-// Ports 0x36 and 0x37: puts page 0 to 3 of "sndmx.rom" into the window of I/O card 2. The file is read at
-// each call: that is how the card's page register works. Without the file the window stays as it is.
-void SelectSoundRomPage(Machine& m, int32_t page);
+// A change of the machine's build, a card or a cartridge: MachineInit, then MachineReset.
+void RebuildMachine(Machine& m);
 
 }  // namespace quoll

@@ -1,9 +1,14 @@
-// The port map, one line a port; the work stands in the device's file. Ports without a function keep their
-// last byte and leave a line in the main window's log.
+// The port map, one line a port; the work stands in the device's file. A line that breaks has the byte kept
+// in PortShadow, a line that returns has not, or sees to it itself. Ports without a function keep their byte
+// and leave a line in the main window's log.
+//
+// Whoever adds a port whose access can bring an interrupt or a counter's end nearer names it in MovesEvents.
 #include "machine/Ports.h"
 
+#include <optional>
+
 #include "machine/Machine.h"
-#include "machine/MachineInit.h"
+#include "machine/RomFiles.h"
 
 namespace quoll {
 
@@ -36,7 +41,7 @@ void StrobeAndSample(Machine& m, int32_t value) {
 int32_t ReadStatus(Machine& m) {
   uint8_t& status = m.PortShadow[kStatusPort];
   status = static_cast<uint8_t>((status & kIrqFlags) | 0x80 | (m.screen.xScreenBW ? 0 : 0x40) |
-                                (TapeRead(m) != 0 ? 0x20 : 0));
+                                (ReadTape(m) != 0 ? 0x20 : 0));
   return status;
 }
 
@@ -53,7 +58,22 @@ int32_t ReloadTone(Machine& m) {
   return 255;
 }
 
+// An edge is heard; the frame has 441 slots, which its last T-states lie behind.
+void WriteTapeEdge(Machine& m) {
+  constexpr int32_t kLastSlotTState = 62621;
+  const std::optional<int32_t> level = TapeWriteEdge(m.tape, m.run.FrameClock);
+  if (!level) return;
+  if (m.run.FrameClock > kLastSlotTState) m.host->MessageBox("hiba hang", "QUOLLEMU", MessageIcon::None);
+  ToneStoreSlot(m.tone, *level, m.run.FrameClock);
+}
+
 }  // namespace
+
+int32_t ReadTape(Machine& m) {
+  const int32_t level = TapeRead(m.tape);
+  ToneStoreSlot(m.tone, level, m.run.FrameClock);
+  return level;
+}
 
 void PortOut(Machine& m, int32_t port, int32_t& value) {
   const auto number = static_cast<uint8_t>(port);
@@ -78,7 +98,7 @@ void PortOut(Machine& m, int32_t port, int32_t& value) {
     case 0x54:
     case 0x55:
     case 0x56:
-    case 0x57: return TapeWriteEdge(m);
+    case 0x57: return WriteTapeEdge(m);
     case 0x58:
     case 0x5C: return SetStatus(m, 0x01);
     case 0x59:

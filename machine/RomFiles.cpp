@@ -1,8 +1,11 @@
 #include "machine/RomFiles.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <fstream>
+
+#include "machine/Machine.h"
 
 namespace quoll {
 
@@ -15,6 +18,17 @@ bool ReadRomFile(const std::string& folder, std::string_view name, std::span<uin
   if (!file) return false;
   file.read(reinterpret_cast<char*>(buffer.data()), static_cast<std::streamsize>(buffer.size()));
   return !file.bad();
+}
+
+std::span<uint8_t> Region(Machine& m, int32_t offset, size_t size) {
+  return std::span(m.MemImage).subspan(static_cast<size_t>(offset), size);
+}
+
+void SelectSoundRomPage(Machine& m, int32_t page) {
+  std::array<uint8_t, kSoundRomSize> rom{};
+  if (!ReadRomFile(m.programFolder, kSoundRom, rom)) return;
+  const size_t first = static_cast<size_t>(page & 3) * kRomSize;
+  std::ranges::copy(std::span(rom).subspan(first, kRomSize), Region(m, kIom2, kRomSize).begin());
 }
 
 }  // namespace quoll

@@ -2,20 +2,15 @@
 
 #include <filesystem>
 
+#include "core/Files.h"
 #include "machine/Machine.h"
 #include "machine/MachineInit.h"
-#include "core/Files.h"
 
 namespace quoll {
 
 namespace {
 
 constexpr const char* kStoreFile = "mex4mb.bin";
-
-void Rebuild(Machine& m) {
-  MachineInit(m);
-  MachineReset(m);
-}
 
 }  // namespace
 
@@ -26,13 +21,13 @@ void LoadCRT(Machine& m, const std::string& file) {
   // With a folder of its own it is found again wherever the program works then.
   const bool there = path.has_parent_path() && std::filesystem::exists(path, error);
   m.cartFolder = there ? std::filesystem::absolute(path, error).parent_path().string() : std::string();
-  Rebuild(m);
+  RebuildMachine(m);
 }
 
 void UnloadCRT(Machine& m) {
   m.CartName.clear();
   m.cartFolder.clear();
-  Rebuild(m);
+  RebuildMachine(m);
 }
 
 std::string UnloadCaption(const Machine& m) {

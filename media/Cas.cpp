@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "machine/Machine.h"
-#include "core/NumberText.h"
 #include "core/Files.h"
+#include "core/NumberText.h"
+#include "machine/Machine.h"
 
 namespace quoll {
 
@@ -42,15 +42,16 @@ CasRange ClampCasRange(int32_t s, int32_t e) {
   return {std::max(std::min(s, 0xFFFF), kCasProgramStart), std::min(e, 0xFFFF)};
 }
 
-CasBoxes ReadCasBoxes(Machine& m) {
-  return {std::to_string(PagedWord(m, kStartPointer)), std::to_string(PagedWord(m, kEndPointer)),
-          std::to_string(PagedWord(m, kThirdPointer))};
+void ReadCasBoxes(Machine& m, std::string& start, std::string& end, std::string& word) {
+  start = std::to_string(PagedWord(m, kStartPointer));
+  end = std::to_string(PagedWord(m, kEndPointer));
+  word = std::to_string(PagedWord(m, kThirdPointer));
 }
 
-CasRange UseCasBoxes(CasBoxes& boxes) {
-  const CasRange range = ClampCasRange(NumberOfText(boxes.Text6), NumberOfText(boxes.Text7));
-  boxes.Text6 = std::to_string(range.s);
-  boxes.Text7 = std::to_string(range.e);
+CasRange UseCasBoxes(std::string& start, std::string& end) {
+  const CasRange range = ClampCasRange(NumberOfText(start), NumberOfText(end));
+  start = std::to_string(range.s);
+  end = std::to_string(range.e);
   return range;
 }
 

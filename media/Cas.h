@@ -25,19 +25,13 @@ struct CasRange {
 // What SaveCAS makes of any two numbers: both at most 0xFFFF, s at least 0x19EF. e can stay below s.
 CasRange ClampCasRange(int32_t s, int32_t e);
 
-// The boxes of the save panel: program start and end, and the word at 0x1720, all decimal.
-struct CasBoxes {
-  std::string Text6;
-  std::string Text7;
-  std::string Text8;
-};
+// Fills the boxes of the save panel, program start and end and the word at 0x1720, all decimal, from BASIC's
+// pointers, read as the processor would with its present paging.
+void ReadCasBoxes(Machine& m, std::string& start, std::string& end, std::string& word);
 
-// Fills the boxes from BASIC's pointers, read as the processor would with its present paging.
-CasBoxes ReadCasBoxes(Machine& m);
-
-// Takes Text6 and Text7 as numbers, decimal or hexadecimal behind "&H", and writes back in decimal what the
+// Takes start and end as numbers, decimal or hexadecimal behind "&H", and writes back in decimal what the
 // save will use. A text that is no number counts as 0.
-CasRange UseCasBoxes(CasBoxes& boxes);
+CasRange UseCasBoxes(std::string& start, std::string& end);
 
 // The bytes of a cassette file with the program from s to e - 1, read with the present paging; s and e are
 // brought into range as ClampCasRange does. With e below s it is the header alone.

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 
+#include "core/Files.h"
 #include "machine/Machine.h"
 #include "machine/Ports.h"
-#include "core/Files.h"
 
 namespace quoll {
 

@@ -1,10 +1,10 @@
-// Menu items and the controls of the forms, by the machine's own tables.
-#include <cstdint>
-#include <cstring>
-#include <limits>
+// Menu items and the values of the forms' controls, by the machine's own tables.
+#include "script/Controls.h"
 
-#include "core/Form.h"
-#include "script/Script.h"
+#include <algorithm>
+#include <cstring>
+
+#include "forms/Forms.h"
 
 namespace quoll {
 
@@ -13,80 +13,102 @@ namespace {
 constexpr const char* kFormMetatable = "quollrun.form";
 constexpr const char* kGroupMetatable = "quollrun.controls";
 
-std::span<bool> One(bool* value) { return {value, 1}; }
-std::span<int32_t> One(int32_t* value) { return {value, 1}; }
-std::span<std::string> One(std::string* value) { return {value, 1}; }
-template <typename T>
-std::span<T> One(std::span<T> group) {
-  return group;
+void Push(lua_State* L, bool value) { lua_pushboolean(L, value ? 1 : 0); }
+void Push(lua_State* L, const std::string& value) { lua_pushlstring(L, value.data(), value.size()); }
+void Push(lua_State* L, const Scroll& scroll) { lua_pushinteger(L, scroll.value); }
+
+void SetNumber(lua_State* L, const char* field, lua_Number value) {
+  lua_pushnumber(L, value);
+  lua_setfield(L, -2, field);
 }
 
-template <typename T>
-constexpr bool kIsGroup = false;
-template <typename T>
-constexpr bool kIsGroup<std::span<T>> = true;
-
-bool IsGroup(const ControlField& field) {
-  return std::visit([](const auto& where) { return kIsGroup<std::decay_t<decltype(where)>>; }, field);
+// The points as they were drawn, an array from 1.
+void Push(lua_State* L, const Trace& trace) {
+  lua_createtable(L, static_cast<int>(trace.y.size()), 0);
+  for (size_t i = 0; i < trace.y.size(); ++i) {
+    lua_createtable(L, 0, 2);
+    SetNumber(L, "x", static_cast<lua_Number>(static_cast<float>(i) * trace.step));
+    SetNumber(L, "y", static_cast<lua_Number>(trace.y[i]));
+    lua_rawseti(L, -2, static_cast<lua_Integer>(i) + 1);
+  }
 }
 
-size_t GroupSize(const ControlField& field) {
-  return std::visit(
-      [](const auto& where) -> size_t {
-        if constexpr (std::is_same_v<std::decay_t<decltype(where)>, std::monostate>)
-          return 0;
-        else
-          return One(where).size();
+// Width, height and the colours as an array from 1, red + 256 x green + 65536 x blue.
+void Push(lua_State* L, const PixelImage& image) {
+  lua_createtable(L, static_cast<int>(image.pixels.size()), 2);
+  for (size_t i = 0; i < image.pixels.size(); ++i) {
+    lua_pushinteger(L, image.pixels[i]);
+    lua_rawseti(L, -2, static_cast<lua_Integer>(i) + 1);
+  }
+  lua_pushinteger(L, image.width);
+  lua_setfield(L, -2, "width");
+  lua_pushinteger(L, image.height);
+  lua_setfield(L, -2, "height");
+}
+
+void PushList(lua_State* L, const ListRef& list) {
+  const size_t count = list.EntryCount();
+  lua_createtable(L, static_cast<int>(count), 0);
+  for (size_t i = 0; i < count; ++i) {
+    Push(L, list.Entry(i));
+    lua_rawseti(L, -2, static_cast<lua_Integer>(i) + 1);
+  }
+}
+
+// False when the control has no value.
+bool PushValue(lua_State* L, Script& script, const ControlRef& ref) {
+  if (ref.control->field == nullptr) return false;
+  const ControlField field = ref.control->field(script.machine);
+  std::visit(
+      [&](const auto& where) {
+        using Where = std::decay_t<decltype(where)>;
+        if constexpr (std::is_same_v<Where, ListRef>)
+          PushList(L, where);
+        else if constexpr (!std::is_same_v<Where, std::monostate>)
+          Push(L, where[static_cast<size_t>(ref.index)]);
       },
       field);
+  return true;
 }
 
-void Push(lua_State* L, bool value) { lua_pushboolean(L, value ? 1 : 0); }
-void Push(lua_State* L, int32_t value) { lua_pushinteger(L, value); }
-void Push(lua_State* L, const std::string& value) { lua_pushlstring(L, value.data(), value.size()); }
-
-void Take(lua_State* L, bool& value) {
-  luaL_checktype(L, 3, LUA_TBOOLEAN);
-  value = lua_toboolean(L, 3) != 0;
-}
-
-void Take(lua_State* L, int32_t& value) {
-  using Limits = std::numeric_limits<int32_t>;
+void TakeScroll(lua_State* L, Script& script, const ControlRef& ref) {
+  const Scroll& scroll = *FieldOf<Scroll>(script.machine, ref);
   const lua_Integer number = luaL_checkinteger(L, 3);
-  luaL_argcheck(L, number >= Limits::min() && number <= Limits::max(), 3, "number too large");
-  value = static_cast<int32_t>(number);
+  const auto [first, last] = std::minmax(scroll.first, scroll.last);
+  if (number < first || number > last) {
+    Refuse(L, "number too %s: %s goes from %d to %d", number < first ? "small" : "large",
+           Name(ref.control->name), static_cast<int>(first), static_cast<int>(last));
+  }
+  SetScroll(script.machine, ref, static_cast<int32_t>(number));
 }
 
-void Take(lua_State* L, std::string& value) {
+void TakeText(lua_State* L, Script& script, const ControlRef& ref) {
   size_t length = 0;
   const char* text = luaL_checklstring(L, 3, &length);
-  value.assign(text, length);
+  SetText(script.machine, ref, std::string_view(text, length));
 }
 
-void PushValue(lua_State* L, const ControlField& field, size_t index) {
-  std::visit(
-      [&](const auto& where) {
-        if constexpr (!std::is_same_v<std::decay_t<decltype(where)>, std::monostate>)
-          Push(L, One(where)[index]);
-      },
-      field);
-}
-
-void TakeValue(lua_State* L, const ControlField& field, size_t index) {
-  std::visit(
-      [&](const auto& where) {
-        if constexpr (!std::is_same_v<std::decay_t<decltype(where)>, std::monostate>)
-          Take(L, One(where)[index]);
-      },
-      field);
-}
-
-// The access log, the one list there is.
-void PushPortLog(lua_State* L, const PortLog& log) {
-  lua_createtable(L, static_cast<int>(log.count), 0);
-  for (uint32_t i = 0; i < log.count; i++) {
-    lua_pushfstring(L, "%c%d", log.lines[i].kind, static_cast<int>(log.lines[i].port));
-    lua_rawseti(L, -2, static_cast<lua_Integer>(i) + 1);
+// Does what the user's change to the value at argument 3 does. The user can tick, choose, type and scroll;
+// the rest goes another way or not at all.
+void TakeValue(lua_State* L, Script& script, const ControlRef& ref) {
+  CheckEnabled(L, script, ref);
+  const char* name = Name(ref.control->name);
+  switch (ref.control->kind) {
+    case ControlKind::Check:
+    case ControlKind::Option:
+      luaL_checktype(L, 3, LUA_TBOOLEAN);
+      return SetTick(script.machine, ref, lua_toboolean(L, 3) != 0);
+    case ControlKind::Text: return TakeText(L, script, ref);
+    case ControlKind::Scroll: return TakeScroll(L, script, ref);
+    case ControlKind::Button: Refuse(L, "%s is a button: use Press", name);
+    case ControlKind::Menu: Refuse(L, "%s is a menu item: use Click", name);
+    case ControlKind::Combo: Refuse(L, "%s cannot be changed: use Choose", name);
+    case ControlKind::List:
+    case ControlKind::Label:
+    case ControlKind::Lamp:
+    case ControlKind::Scope:
+    case ControlKind::Image:
+    case ControlKind::Timer: Refuse(L, "%s cannot be changed", name);
   }
 }
 
@@ -94,135 +116,75 @@ void PushPortLog(lua_State* L, const PortLog& log) {
 struct FormRef {
   const Form* form;
 };
-struct GroupRef {
-  const Control* control;
-};
 
-const Form& CheckForm(lua_State* L) {
+const Form& CheckFormValue(lua_State* L) {
   return *static_cast<FormRef*>(luaL_checkudata(L, 1, kFormMetatable))->form;
 }
 
-// Texts of the tables are literals, so that their data ends with a zero.
-const char* Name(std::string_view name) { return name.data(); }
-
-const Control& CheckControl(lua_State* L, const Form& form, int argument) {
-  const char* name = luaL_checkstring(L, argument);
-  const Control* control = FindControl(form.name, name);
-  if (control == nullptr) Refuse(L, "%s has no control '%s'", Name(form.name), name);
-  return *control;
-}
-
-ControlField FieldOf(Script& script, const Control& control) {
-  return control.field == nullptr ? ControlField{} : control.field(script.machine);
-}
-
-// The user can tick, choose, type and scroll; the rest goes another way or not at all.
-void CheckChangeable(lua_State* L, const Control& control) {
-  switch (control.kind) {
-    case ControlKind::Button: Refuse(L, "%s is a button: use Press", Name(control.name));
-    case ControlKind::Menu: Refuse(L, "%s is a menu item: use Click", Name(control.name));
-    case ControlKind::Label:
-    case ControlKind::List: Refuse(L, "%s cannot be changed", Name(control.name));
-    case ControlKind::Check:
-    case ControlKind::Option:
-    case ControlKind::Text:
-    case ControlKind::Scroll: break;
-  }
-}
-
 int ReadControl(lua_State* L, Script& script) {
-  const Form& form = CheckForm(L);
+  const Form& form = CheckFormValue(L);
   const Control& control = CheckControl(L, form, 2);
-  if (control.kind == ControlKind::List && form.name == "TScreen") {
-    PushPortLog(L, script.machine.screen.List1);
-    return 1;
-  }
-  const ControlField field = FieldOf(script, control);
-  if (IsGroup(field)) {
-    *static_cast<GroupRef*>(lua_newuserdatauv(L, sizeof(GroupRef), 0)) = {&control};
+  if (control.count > 0) {
+    *static_cast<ControlRef*>(lua_newuserdatauv(L, sizeof(ControlRef), 0)) = {&form, &control, 0};
     luaL_setmetatable(L, kGroupMetatable);
     return 1;
   }
-  if (GroupSize(field) == 0) return luaL_error(L, "%s has no value", Name(control.name));
-  PushValue(L, field, 0);
+  if (!PushValue(L, script, {&form, &control, 0})) Refuse(L, "%s has no value", Name(control.name));
   return 1;
 }
 
 int WriteControl(lua_State* L, Script& script) {
-  const Control& control = CheckControl(L, CheckForm(L), 2);
-  CheckChangeable(L, control);
-  const ControlField field = FieldOf(script, control);
-  if (IsGroup(field)) return luaL_error(L, "%s has an index", Name(control.name));
-  if (GroupSize(field) == 0) return luaL_error(L, "%s has no value", Name(control.name));
-  TakeValue(L, field, 0);
-  ControlChanged(script.machine, control);
+  const Form& form = CheckFormValue(L);
+  const Control& control = CheckControl(L, form, 2);
+  if (control.count > 0) Refuse(L, "%s has an index", Name(control.name));
+  TakeValue(L, script, {&form, &control, 0});
   return 0;
 }
 
-const Control& CheckGroup(lua_State* L) {
-  return *static_cast<GroupRef*>(luaL_checkudata(L, 1, kGroupMetatable))->control;
+// The array's control at the index of argument 2.
+ControlRef CheckElement(lua_State* L) {
+  ControlRef ref = *static_cast<ControlRef*>(luaL_checkudata(L, 1, kGroupMetatable));
+  ref.index = CheckIndex(L, *ref.control, 2);
+  return ref;
 }
 
-size_t CheckIndex(lua_State* L, const Control& control, size_t size) {
-  const lua_Integer index = luaL_checkinteger(L, 2);
-  if (index < 0 || index >= static_cast<lua_Integer>(size)) {
-    Refuse(L, "%s: index %I out of range, there are %I", Name(control.name), index,
-           static_cast<lua_Integer>(size));
-  }
-  return static_cast<size_t>(index);
-}
-
-int ReadGroup(lua_State* L, Script& script) {
-  const Control& control = CheckGroup(L);
-  const ControlField field = FieldOf(script, control);
-  PushValue(L, field, CheckIndex(L, control, GroupSize(field)));
+int ReadElement(lua_State* L, Script& script) {
+  const ControlRef ref = CheckElement(L);
+  if (!PushValue(L, script, ref)) Refuse(L, "%s has no value", Name(ref.control->name));
   return 1;
 }
 
-int WriteGroup(lua_State* L, Script& script) {
-  const Control& control = CheckGroup(L);
-  CheckChangeable(L, control);
-  const ControlField field = FieldOf(script, control);
-  const size_t index = CheckIndex(L, control, GroupSize(field));
-  TakeValue(L, field, index);
-  ControlChanged(script.machine, control, static_cast<int>(index));
+int WriteElement(lua_State* L, Script& script) {
+  TakeValue(L, script, CheckElement(L));
   return 0;
 }
 
-int GroupLength(lua_State* L, Script& script) {
-  lua_pushinteger(L, static_cast<lua_Integer>(GroupSize(FieldOf(script, CheckGroup(L)))));
+int GroupLength(lua_State* L, Script& /*script*/) {
+  lua_pushinteger(L, static_cast<ControlRef*>(luaL_checkudata(L, 1, kGroupMetatable))->control->count);
   return 1;
 }
 
-const MenuItem& CheckMenuItem(lua_State* L, int argument) {
+ControlRef CheckMenuItem(lua_State* L, int argument) {
   const char* name = luaL_checkstring(L, argument);
-  const MenuItem* item = FindMenuItem(name);
-  if (item == nullptr) Refuse(L, "the menus have no '%s'", name);
-  return *item;
+  for (const Form* form : Forms()) {
+    const Control* item = FindControl(*form, name);
+    if (item != nullptr && item->kind == ControlKind::Menu) return {form, item, 0};
+  }
+  Refuse(L, "the menus have no '%s'", name);
 }
 
 int ReadTick(lua_State* L, Script& script) {
-  const MenuItem& item = CheckMenuItem(L, 2);
-  Push(L, item.tick != nullptr && script.machine.screen.*item.tick);
+  const ControlRef item = CheckMenuItem(L, 2);
+  if (!PushValue(L, script, item)) Push(L, false);
   return 1;
 }
 
 int WriteTick(lua_State* L, Script& /*script*/) {
-  return luaL_error(L, "%s is a menu item: use Click", Name(CheckMenuItem(L, 2).name));
+  return luaL_error(L, "%s is a menu item: use Click", Name(CheckMenuItem(L, 2).control->name));
 }
 
 int Click(lua_State* L, Script& script) {
-  ClickMenu(script.machine, CheckMenuItem(L, 1));
-  return 0;
-}
-
-int Press(lua_State* L, Script& script) {
-  const char* formName = luaL_checkstring(L, 1);
-  const char* buttonName = luaL_checkstring(L, 2);
-  const Control* button = FindControl(formName, buttonName);
-  if (button == nullptr) return luaL_error(L, "there is no button %s.%s", formName, buttonName);
-  if (button->kind != ControlKind::Button) return luaL_error(L, "%s.%s is no button", formName, buttonName);
-  ControlChanged(script.machine, *button);
+  Press(script.machine, CheckMenuItem(L, 1));
   return 0;
 }
 
@@ -240,19 +202,61 @@ void NewMetatable(lua_State* L, const char* name, lua_CFunction index, lua_CFunc
   lua_pop(L, 1);
 }
 
+// Leaves "a, b, c" on the stack.
+template <class Range, class NameOf>
+void PushNames(lua_State* L, const Range& range, NameOf nameOf) {
+  luaL_Buffer buffer;
+  luaL_buffinit(L, &buffer);
+  bool first = true;
+  for (const auto& entry : range) {
+    if (!first) luaL_addstring(&buffer, ", ");
+    first = false;
+    luaL_addstring(&buffer, Name(nameOf(entry)));
+  }
+  luaL_pushresult(&buffer);
+}
+
 }  // namespace
+
+const Form& CheckForm(lua_State* L, int argument) {
+  const char* name = luaL_checkstring(L, argument);
+  const Form* form = FindForm(name);
+  if (form != nullptr) return *form;
+  PushNames(L, Forms(), [](const Form* each) { return each->name; });
+  Refuse(L, "there is no form '%s'; there are %s", name, lua_tostring(L, -1));
+}
+
+const Control& CheckControl(lua_State* L, const Form& form, int argument) {
+  const char* name = luaL_checkstring(L, argument);
+  const Control* control = FindControl(form, name);
+  if (control != nullptr) return *control;
+  PushNames(L, form.controls, [](const Control& each) { return each.name; });
+  Refuse(L, "%s has no control '%s'; it has %s", Name(form.name), name, lua_tostring(L, -1));
+}
+
+int CheckIndex(lua_State* L, const Control& control, int argument) {
+  const lua_Integer index = luaL_checkinteger(L, argument);
+  if (index < 0 || index >= control.count) {
+    Refuse(L, "%s: index %I out of range, there are %d", Name(control.name), index, control.count);
+  }
+  return static_cast<int>(index);
+}
+
+void CheckEnabled(lua_State* L, Script& script, const ControlRef& ref) {
+  if (!LookOf(script.machine, ref).enabled) Refuse(L, "%s is disabled", Name(ref.control->name));
+}
 
 void OpenControls(lua_State* L) {
   NewMetatable(L, kFormMetatable, Guarded<ReadControl>, Guarded<WriteControl>, nullptr);
-  NewMetatable(L, kGroupMetatable, Guarded<ReadGroup>, Guarded<WriteGroup>, Guarded<GroupLength>);
-  for (const Form& form : Forms()) {
-    *static_cast<FormRef*>(lua_newuserdatauv(L, sizeof(FormRef), 0)) = {&form};
+  NewMetatable(L, kGroupMetatable, Guarded<ReadElement>, Guarded<WriteElement>, Guarded<GroupLength>);
+  for (const Form* form : Forms()) {
+    *static_cast<FormRef*>(lua_newuserdatauv(L, sizeof(FormRef), 0)) = {form};
     luaL_setmetatable(L, kFormMetatable);
-    lua_setglobal(L, Name(form.name));
+    lua_setglobal(L, Name(form->name));
   }
   SetProxy(L, "Menu", Guarded<ReadTick>, Guarded<WriteTick>);
   lua_register(L, "Click", Guarded<Click>);
-  lua_register(L, "Press", Guarded<Press>);
+  OpenControlActions(L);
 }
 
 }  // namespace quoll

@@ -4,11 +4,14 @@
 #include <cstdint>
 #include <cstdio>
 
+#include "forms/PicD.h"
+#include "loop/Interrupts.h"
+#include "loop/Redraw.h"
+#include "loop/RunLoop.h"
+#include "loop/SoundFrame.h"
 #include "machine/MachineInit.h"
 #include "machine/Ports.h"
-#include "loop/RunLoop.h"
 #include "script/Script.h"
-#include "loop/Interrupts.h"
 
 namespace quoll {
 

@@ -5,10 +5,9 @@
 #include <filesystem>
 #include <memory>
 
-#include "machine/MachineInit.h"
 #include "loop/RunLoop.h"
+#include "loop/Start.h"
 #include "script/Script.h"
-#include "sound/WavImage.h"
 
 namespace quoll {
 
@@ -48,14 +47,11 @@ void PrintMessages(const ScriptHost& host) {
 // The machine as it stands when the desktop program presses "Run". False when it can't be built.
 bool BuildMachine(Script& script) {
   try {
-    script.machine.screen.Caption = "QUOLLEMU";
-    MachineInit(script.machine);
-    MachineReset(script.machine);
-    TapeOpenFirst(script.machine);
-    script.machine.mixer.WavImage = BuildWavImage(1, 22050, 1.0);
+    StartMachine(script.machine);
     // A frame's time lies between the mark and the first frame end, as between any two.
     SpeedMark(script.machine);
     script.host.PassFrame();
+    script.host.BeginTimers();
     return true;
   } catch (const ProgramEnd&) {
     PrintMessages(script.host);
@@ -121,7 +117,7 @@ int Run(int argc, char** argv) {
     return kScriptError;
   }
   const int status = RunScript(L, *script, argc, argv, line.script);
-  TapeFlush(script->machine);
+  StopMachine(script->machine);
   lua_close(L);
   return status;
 }

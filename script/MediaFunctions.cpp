@@ -4,11 +4,11 @@
 #include <cstdint>
 #include <string>
 
+#include "machine/Ports.h"
 #include "media/Cartridge.h"
 #include "media/Cas.h"
 #include "media/Pictures.h"
 #include "media/Snapshot.h"
-#include "tape/Tape.h"
 #include "script/Script.h"
 
 namespace quoll {
@@ -31,13 +31,18 @@ int SaveProgram(lua_State* L, Script& script) {
   return 0;
 }
 
+int OpenTape(lua_State* L, Script& script) {
+  TapeOpen(script.machine.tape, luaL_checkstring(L, 1));
+  return 0;
+}
+
 int RewindTape(lua_State* /*L*/, Script& script) {
-  TapeRewind(script.machine);
+  TapeRewind(script.machine.tape);
   return 0;
 }
 
 int ReadTape(lua_State* L, Script& script) {
-  lua_pushinteger(L, TapeRead(script.machine));
+  lua_pushinteger(L, ReadTape(script.machine));
   return 1;
 }
 
@@ -48,7 +53,7 @@ constexpr std::array kFunctions{
     luaL_Reg{"SaveSnapshot", Guarded<WithFile<SaveSnapshot>>},
     luaL_Reg{"LoadCRT", Guarded<WithFile<LoadCRT>>},
     luaL_Reg{"LoadTIM", Guarded<WithFile<LoadTIM>>},
-    luaL_Reg{"TapeOpen", Guarded<WithFile<TapeOpen>>},
+    luaL_Reg{"TapeOpen", Guarded<OpenTape>},
     luaL_Reg{"TapeRewind", Guarded<RewindTape>},
     luaL_Reg{"TapeRead", Guarded<ReadTape>},
 };

@@ -1,5 +1,6 @@
 #include "script/ScriptHost.h"
 
+#include "forms/Forms.h"
 #include "machine/Machine.h"
 
 namespace quoll {
@@ -25,6 +26,7 @@ int NoteTraceback(lua_State* L) {
 void ScriptHost::FrameEnded(Machine& m) {
   frames++;
   PassFrame();
+  RunTimers(m, timers, Now() / kMillisecond);
   if (callback != LUA_NOREF && callbackError == LUA_NOREF) CallBack();
   // After the function, so that it can end a run but not prolong it.
   if (frames >= stopAt || callbackError != LUA_NOREF) m.run.CpuRunning = 0;
@@ -59,6 +61,8 @@ void ScriptHost::UseRealClock(bool real) {
   realStart = std::chrono::steady_clock::now();
   realClock = real;
 }
+
+void ScriptHost::BeginTimers() { timers = StartTimers(Forms(), Now() / kMillisecond); }
 
 void ScriptHost::PassFrame() {
   if (!realClock) virtualNow += kFrameTime;

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "core/FormTimers.h"
 #include "core/Host.h"
 
 namespace quoll {
@@ -31,6 +32,8 @@ struct ScriptHost final : Host {
 
   // Lets the machine see the real clock, or the one that frames move. Time goes on from where it is.
   void UseRealClock(bool real);
+  // Begins the clock of the forms' timers, which tick at frame ends.
+  void BeginTimers();
   // Moves the virtual clock on by one frame; the real one is not to be moved.
   void PassFrame();
 
@@ -53,6 +56,7 @@ struct ScriptHost final : Host {
   void CallBack();
   int64_t Now() const;  // nanoseconds
 
+  FormTimers timers;
   bool realClock = false;
   int64_t virtualNow = int64_t{1'000'000'000};  // nanoseconds; while the clock is real, where it started
   std::chrono::steady_clock::time_point realStart;

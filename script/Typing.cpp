@@ -5,6 +5,7 @@
 #include <string_view>
 #include <utility>
 
+#include "forms/PicD.h"
 #include "script/Script.h"
 
 namespace quoll {

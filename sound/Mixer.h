@@ -10,32 +10,30 @@
 
 namespace quoll {
 
-struct Machine;
-
 inline constexpr int kFramesPerBlock = 5;
 inline constexpr int kBlockBytes = kFrameSamples * kFramesPerBlock * 2;  // stereo, one byte a channel
+
+// What the output may take before the first frame.
+constexpr std::array<uint8_t, kBlockBytes> SilentBlock() {
+  std::array<uint8_t, kBlockBytes> block{};
+  block.fill(128);
+  return block;
+}
 
 struct Mixer {
   // Last rendered frame of each chip; the tone generator holds its own.
   FrameSamples SaaOutL{}, SaaOutR{}, SnOut{}, Ym3812Out{}, Ym2413Out{}, SidOut{}, AyOut{};
   // Interleaved left and right bytes, unsigned, silence at 128.
-  std::array<uint8_t, kBlockBytes> BlockBuffer;
+  std::array<uint8_t, kBlockBytes> BlockBuffer = SilentBlock();
   int32_t FrameInBlock = 0;  // frames of the block mixed so far, 0 to 5
   int32_t NeedData = 0;      // 1 = the output has taken the block
 
   std::vector<uint8_t> WavImage;  // a wave file of silence, made at the start; read by nothing
 
-  Mixer() { BlockBuffer.fill(128); }  // the output may take it before the first frame
   bool operator==(const Mixer&) const = default;
 };
 
-// One frame of every source, mixed into the block.
-void SoundFrame(Machine& m);
-
 // Mixes the present frame buffers into place FrameInBlock of the block. A sum outside 0 to 255 wraps.
 void MixFrame(Mixer& mixer, const FrameSamples& toneOut);
-
-// End of a block: waits until the output has taken it, unless "Max" speed is chosen.
-void SoundSync(Machine& m);
 
 }  // namespace quoll

@@ -9,15 +9,12 @@ namespace {
 constexpr int32_t kSampleTStates = 142;         // 3125000 / 22050, a whole number of T-states a sample
 constexpr int kSlotWritten = 16;                // added to an amplitude, so that 0 differs from no write
 constexpr int kToneEnable = 0x10;               // in port 5
+constexpr int kToneInterrupt = 0x20;            // the same
 constexpr int kPitchValues = 4096;              // the divider counts from the pitch up to here
 constexpr int kHighestPitch = 4080;             // above it the tone is as good as off
 constexpr double kDividerHertz = 195312.5;      // 3125000 / 16
 constexpr double kHighestHertz = 11000.0;       // just below half the sample rate
 constexpr double kHalfWavesPerHertz = 11025.0;  // f / 11025 is the part of a half wave in one sample
-
-int Pitch(const PortBytes& ports) { return (ports[5] & 15) * 256 + ports[4]; }
-
-int Amplitude(int value) { return (value >> 2) & 15; }
 
 void RenderTone(Tone& tone, int pitch, int amplitude) {
   // nearbyint goes to the even neighbour at a tie: a divider of 25 gives 7812 Hz.
@@ -46,8 +43,13 @@ void RenderSlots(Tone& tone) {
 
 }  // namespace
 
+int32_t TonePitch(const PortBytes& ports) { return (ports[5] & 15) * 256 + ports[4]; }
+int32_t ToneAmplitude(int32_t port6) { return (port6 >> 2) & 15; }
+bool ToneIsEnabled(const PortBytes& ports) { return (ports[5] & kToneEnable) != 0; }
+bool ToneInterrupts(const PortBytes& ports) { return (ports[5] & kToneInterrupt) != 0; }
+
 void ToneWriteSlot(Tone& tone, int32_t value, int32_t frameClock) {
-  ToneStoreSlot(tone, Amplitude(value), frameClock);
+  ToneStoreSlot(tone, ToneAmplitude(value), frameClock);
 }
 
 void ToneStoreSlot(Tone& tone, int32_t amplitude, int32_t frameClock) {
@@ -55,15 +57,13 @@ void ToneStoreSlot(Tone& tone, int32_t amplitude, int32_t frameClock) {
   tone.DacSlots[slot] = static_cast<uint8_t>(amplitude + kSlotWritten);
 }
 
-bool ToneIsOn(const PortBytes& ports) {
-  return (ports[5] & kToneEnable) != 0 && Pitch(ports) <= kHighestPitch;
-}
+bool ToneIsOn(const PortBytes& ports) { return ToneIsEnabled(ports) && TonePitch(ports) <= kHighestPitch; }
 
-int32_t TonePeriod(const PortBytes& ports) { return (kPitchValues - Pitch(ports)) * 16; }
+int32_t TonePeriod(const PortBytes& ports) { return (kPitchValues - TonePitch(ports)) * 16; }
 
 void ToneFrame(Tone& tone, const PortBytes& ports) {
   if (ToneIsOn(ports)) {
-    RenderTone(tone, Pitch(ports), Amplitude(ports[6]));
+    RenderTone(tone, TonePitch(ports), ToneAmplitude(ports[6]));
   } else {
     RenderSlots(tone);
   }

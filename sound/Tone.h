@@ -5,9 +5,9 @@
 #include <array>
 #include <cstdint>
 
-namespace quoll {
+#include "core/PortBytes.h"
 
-using PortBytes = std::array<uint8_t, 256>;
+namespace quoll {
 
 inline constexpr int kFrameSamples = 441;  // 22050 samples a second / 50 frames
 using FrameSamples = std::array<int16_t, kFrameSamples>;
@@ -30,6 +30,13 @@ void ToneWriteSlot(Tone& tone, int32_t value, int32_t frameClock);
 
 // A write by something else that is heard, the tape for one: amplitude 0 to 15 in the time's slot.
 void ToneStoreSlot(Tone& tone, int32_t amplitude, int32_t frameClock);
+
+// What ports 4 to 6 say: the divider's pitch, 0 to 4095; the amplitude in a byte of port 6, 0 to 15; whether
+// the tone is switched on; whether it may interrupt.
+int32_t TonePitch(const PortBytes& ports);
+int32_t ToneAmplitude(int32_t port6);
+bool ToneIsEnabled(const PortBytes& ports);
+bool ToneInterrupts(const PortBytes& ports);
 
 // The tone is switched on and its pitch is one that it can make; otherwise the slots are heard.
 bool ToneIsOn(const PortBytes& ports);

@@ -6,21 +6,19 @@
 #include <filesystem>
 #include <span>
 
-#include "machine/Machine.h"
-#include "core/RunState.h"
-#include "core/Wrap.h"
 #include "core/BinaryFile.h"
+#include "core/Host.h"
+#include "core/RunState.h"
 #include "core/WaveHeader.h"
+#include "core/Wrap.h"
 
 namespace quoll {
 
 namespace {
 
-constexpr double kHalfLevel = 180.0;        // a sample divided by this, rounded, is the level
-constexpr int32_t kLongestGap = 62000;      // T-states; what is longer is no half wave
-constexpr double kSampleTStates = 80.0;     // 3125000 / 80 is 39062 samples a second
-constexpr int32_t kLastSlotTState = 62621;  // the last T-state of a frame's last sound slot
-constexpr const char* kTitle = "QUOLLEMU";
+constexpr double kHalfLevel = 180.0;     // a sample divided by this, rounded, is the level
+constexpr int32_t kLongestGap = 62000;   // T-states; what is longer is no half wave
+constexpr double kSampleTStates = 80.0;  // 3125000 / 80 is 39062 samples a second
 
 void WindTo(TapeInput& input, int64_t position) {
   input.position = position;
@@ -98,9 +96,9 @@ void FillSave(Tape& tape, int32_t count) {
 
 }  // namespace
 
-void TapeOpen(Machine& m, const std::string& fileName) {
-  TapeInput& input = m.tape.input;
-  Flush(m.tape.save);  // it may be the very tape
+void TapeOpen(Tape& tape, const std::string& fileName) {
+  TapeInput& input = tape.input;
+  Flush(tape.save);  // it may be the very tape
   WindTo(input, 0);
   input.file = FullName(fileName);
   if (input.file.empty()) return;
@@ -108,65 +106,60 @@ void TapeOpen(Machine& m, const std::string& fileName) {
   if (!std::filesystem::exists(input.file, error)) const BinaryFile made(input.file, BinaryFile::Create);
 }
 
-void TapeOpenFirst(Machine& m) {
-  TapeOpen(m, (std::filesystem::path(m.programFolder) / "load.wav").string());
+void TapeOpenFirst(Tape& tape, const std::string& programFolder) {
+  TapeOpen(tape, (std::filesystem::path(programFolder) / "load.wav").string());
 }
 
-void TapeRewind(Machine& m) { WindTo(m.tape.input, kWaveHeaderBytes); }
+void TapeRewind(Tape& tape) { WindTo(tape.input, kWaveHeaderBytes); }
 
-int32_t TapeRead(Machine& m) {
-  TapeInput& input = m.tape.input;
+int32_t TapeRead(Tape& tape) {
+  TapeInput& input = tape.input;
   const bool any = input.next < input.aheadCount || Refill(input);
   const int sample = any ? input.ahead[input.next++] : 0;
-  m.tape.Level = static_cast<int32_t>(std::lrint(sample / kHalfLevel));
-  ToneStoreSlot(m.tone, m.tape.Level, m.run.FrameClock);
-  return m.tape.Level;
+  tape.Level = static_cast<int32_t>(std::lrint(sample / kHalfLevel));
+  return tape.Level;
 }
 
-void TapeWriteEdge(Machine& m) {
-  Tape& tape = m.tape;
-  const int32_t now = m.run.FrameClock;
-  int64_t passed = int64_t{now} - tape.TapeLastCycle;
+std::optional<int32_t> TapeWriteEdge(Tape& tape, int32_t frameClock) {
+  int64_t passed = int64_t{frameClock} - tape.TapeLastCycle;
   if (passed < 0) passed += kFrameTStates;
-  tape.TapeLastCycle = now;
-  if (passed > kLongestGap) return;
+  tape.TapeLastCycle = frameClock;
+  if (passed > kLongestGap) return {};
   tape.TapeLevel = tape.TapeLevel == Tape::kLow ? Tape::kHigh : Tape::kLow;
   // A clock that was set back by more than a frame leaves nothing to be filled.
   FillSave(tape,
            std::max(0, static_cast<int32_t>(std::lrint(static_cast<double>(passed) / kSampleTStates)) + 1));
-  if (now > kLastSlotTState) m.host->MessageBox("hiba hang", kTitle, MessageIcon::None);
-  ToneStoreSlot(m.tone, tape.TapeLevel == Tape::kLow ? 0 : 1, now);
+  return tape.TapeLevel == Tape::kLow ? 0 : 1;
 }
 
-void TapeStartRecording(Machine& m) {
+void TapeStartRecording(Tape& tape, Host& host) {
   constexpr WaveFormat kSave{1, 44100, 44100, 1, 8};
   constexpr WaveFormat kRecord{1, 22050, 44100, 2, 16};
-  Tape& tape = m.tape;
   const bool record = Create(tape.record, "record.wav", WaveHeader(kRecord, 0));
   const bool save = Create(tape.save, "save.wav", WaveHeader(kSave, 0));
   tape.TapeOutPos = kWaveHeaderBytes + 1;
-  if (!record || !save) m.host->MessageBox("Wav File create error", kTitle, MessageIcon::None);
+  if (!record || !save) host.MessageBox("Wav File create error", "QUOLLEMU", MessageIcon::None);
 }
 
-void TapeStopRecording(Machine& m) {
-  Finish(m.tape.record);
-  Finish(m.tape.save);
+void TapeStopRecording(Tape& tape) {
+  Finish(tape.record);
+  Finish(tape.save);
 }
 
-void TapeRecordFrame(Machine& m, const FrameSamples& samples) {
-  TapeOutput& record = m.tape.record;
+void TapeRecordFrame(Tape& tape, std::span<const int16_t> samples) {
+  TapeOutput& record = tape.record;
   if (!record.file.empty()) {
-    uint8_t* out = Append(record, 2 * kFrameSamples);
+    uint8_t* out = Append(record, static_cast<uint32_t>(2 * samples.size()));
     for (const int16_t sample : samples) {
       *out++ = static_cast<uint8_t>(sample);
       *out++ = static_cast<uint8_t>(sample >> 8);
     }
   }
-  TapeFlush(m);
+  TapeFlush(tape);
 }
 
-void TapeFlush(Machine& m) {
-  for (TapeOutput* output : {&m.tape.save, &m.tape.record}) {
+void TapeFlush(Tape& tape) {
+  for (TapeOutput* output : {&tape.save, &tape.record}) {
     if (!output->file.empty()) Flush(*output);
   }
 }

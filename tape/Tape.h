@@ -7,13 +7,13 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
+#include <span>
 #include <string>
-
-#include "sound/Tone.h"
 
 namespace quoll {
 
-struct Machine;
+struct Host;
 
 // The tape that is played.
 struct TapeInput {
@@ -58,32 +58,33 @@ struct Tape {
 
 // Puts the wave file into the deck, at its very first byte. A file that is missing is made, empty. What can't
 // be opened, or is no ordinary file, plays as an empty tape.
-void TapeOpen(Machine& m, const std::string& fileName);
+void TapeOpen(Tape& tape, const std::string& fileName);
 
 // The tape that is in the deck when the program starts: "load.wav" of the program folder.
-void TapeOpenFirst(Machine& m);
+void TapeOpenFirst(Tape& tape, const std::string& programFolder);
 
 // To the first sample, which follows the header of 44 bytes.
-void TapeRewind(Machine& m);
+void TapeRewind(Tape& tape);
 
-// The next sample as a level: 1 from 91 on, 0 up to 90 and after the end. It is heard, too.
-int32_t TapeRead(Machine& m);
+// The next sample as a level: 1 from 91 on, 0 up to 90 and after the end.
+int32_t TapeRead(Tape& tape);
 
-// An edge of the output: the level changes, and the new one fills the time since the last edge, 80 T-states a
-// sample. An edge after more than 62000 T-states only starts a new measurement.
-void TapeWriteEdge(Machine& m);
+// An edge of the output at this T-state of the frame: the level changes, and the new one fills the time since
+// the last edge, 80 T-states a sample. Gives the level that is heard then, 0 or 1. An edge after more than
+// 62000 T-states only starts a new measurement and is not heard.
+std::optional<int32_t> TapeWriteEdge(Tape& tape, int32_t frameClock);
 
 // Starts the recording of both "save.wav" and "record.wav" anew, in the working directory. A failure is told.
-void TapeStartRecording(Machine& m);
+void TapeStartRecording(Tape& tape, Host& host);
 
 // Ends it: the lengths go into the headers.
-void TapeStopRecording(Machine& m);
+void TapeStopRecording(Tape& tape);
 
 // A frame of the tone generator for "record.wav". Everything recorded so far reaches the disk.
-void TapeRecordFrame(Machine& m, const FrameSamples& samples);
+void TapeRecordFrame(Tape& tape, std::span<const int16_t> samples);
 
 // Everything recorded so far reaches the disk: for the end of a program that still records. The headers keep
 // the lengths of an empty recording.
-void TapeFlush(Machine& m);
+void TapeFlush(Tape& tape);
 
 }  // namespace quoll

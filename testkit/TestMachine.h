@@ -14,10 +14,10 @@
 #include <string_view>
 #include <vector>
 
+#include "loop/RunLoop.h"
 #include "machine/Machine.h"
 #include "machine/Memory.h"
 #include "machine/Ports.h"
-#include "loop/RunLoop.h"
 
 namespace quoll::test {
 

@@ -8,7 +8,7 @@
 #include <cstring>
 #include <utility>
 
-#include "loop/SliceCpu.h"
+#include "z80/Alu.h"
 #include "z80/OpcodesCB.h"
 #include "z80/OpcodesDD.h"
 #include "z80/OpcodesED.h"

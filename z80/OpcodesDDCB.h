@@ -4,7 +4,7 @@
 // Jump(target, T-states, steps of R); AtHL, ToHL the byte at (HL).
 #pragma once
 
-#include "loop/SliceCpu.h"
+#include "z80/Alu.h"
 #include "z80/IndexForms.h"
 
 namespace quoll {

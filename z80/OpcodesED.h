@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-#include "loop/SliceCpu.h"
+#include "z80/Alu.h"
 
 namespace quoll {
 

@@ -5,7 +5,7 @@
 // The two index pages differ in times and steps of R; programs see the differences, so each has its own rows.
 #pragma once
 
-#include "loop/SliceCpu.h"
+#include "z80/Alu.h"
 #include "z80/IndexForms.h"
 #include "z80/OpcodesFDCB.h"
 

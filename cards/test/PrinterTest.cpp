@@ -10,13 +10,13 @@ namespace quoll {
 namespace {
 
 int Printed(int byte) {
-  TPrint printer;
+  Printer printer;
   Senddata(printer, static_cast<uint8_t>(byte));
-  EXPECT_EQ(printer.Text1.size(), 1U) << byte;
-  return static_cast<uint8_t>(printer.Text1.at(0));
+  EXPECT_EQ(printer.printed.size(), 1U) << byte;
+  return static_cast<uint8_t>(printer.printed.at(0));
 }
 
-TEST(Printer, StartsEmpty) { EXPECT_EQ(TPrint{}.Text1, ""); }
+TEST(Printer, StartsEmpty) { EXPECT_EQ(Printer{}.printed, ""); }
 
 TEST(Printer, BytesBelow7FStay) {
   for (int byte = 0; byte < 0x7F; ++byte) EXPECT_EQ(Printed(byte), byte);
@@ -47,13 +47,13 @@ TEST(Printer, BytesAbove9FAreFullStops) {
 }
 
 TEST(Printer, TextGrowsAtItsEnd) {
-  TPrint printer;
+  Printer printer;
   for (const uint8_t byte : std::array<uint8_t, 6>{0x41, 0x90, 0x0D, 0x0A, 0x00, 0xFF})
     Senddata(printer, byte);
-  EXPECT_EQ(printer.Text1, std::string("A\xA0\r\n\0.", 6));
-  printer.Text1 = "edited";
+  EXPECT_EQ(printer.printed, std::string("A\xA0\r\n\0.", 6));
+  printer.printed = "edited";
   Senddata(printer, '!');
-  EXPECT_EQ(printer.Text1, "edited!");
+  EXPECT_EQ(printer.printed, "edited!");
 }
 
 }  // namespace

@@ -1,93 +1,276 @@
 #include "desktop/kit/ControlBinder.h"
 
 #include <QAbstractButton>
-#include <QLabel>
+#include <QAbstractSlider>
+#include <QAction>
+#include <QComboBox>
 #include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <algorithm>
 #include <stdexcept>
 
-#include "core/Form.h"
-#include "machine/Machine.h"
 #include "desktop/QtHost.h"
+#include "desktop/kit/QtText.h"
+#include "desktop/widgets/Colour.h"
+#include "desktop/widgets/FileList.h"
+#include "desktop/widgets/HexView.h"
+#include "desktop/widgets/ImageView.h"
+#include "desktop/widgets/Lamp.h"
+#include "desktop/widgets/PressLabel.h"
+#include "desktop/widgets/RegisterGrid.h"
+#include "desktop/widgets/Scope.h"
 
 namespace quoll {
 
 namespace {
 
-// The field of type T behind a control, nullptr when it has another type or the place is outside the array.
-template <typename T>
-T* FieldOf(Machine& m, const Control& control, int index) {
-  if (control.field == nullptr) return nullptr;
-  ControlField field = control.field(m);
-  if (auto* one = std::get_if<T*>(&field)) return *one;
-  auto* many = std::get_if<std::span<T>>(&field);
-  if (many == nullptr || index < 0 || static_cast<size_t>(index) >= many->size()) return nullptr;
-  return &(*many)[static_cast<size_t>(index)];
+using Roles = std::initializer_list<QPalette::ColorRole>;
+
+void SetColour(QPalette& palette, Roles roles, int32_t colour) {
+  if (colour == kOwnColour) return;
+  for (const QPalette::ColorRole role : roles) palette.setColor(role, ToColour(colour));
+}
+
+void ShowLook(QWidget* widget, const Look& look) {
+  widget->setVisible(look.visible);
+  widget->setEnabled(look.enabled);
+  QPalette palette;
+  SetColour(palette, {QPalette::Window, QPalette::Base, QPalette::Button}, look.back);
+  SetColour(palette, {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}, look.fore);
+  widget->setPalette(palette);
+  widget->setAutoFillBackground(look.back != kOwnColour);
+}
+
+void ShowLook(QAction* entry, const Look& look) {
+  entry->setVisible(look.visible);
+  entry->setEnabled(look.enabled);
+}
+
+// A text that has only grown keeps its place, and stays at its end when that was seen.
+void ShowGrowing(QPlainTextEdit* box, const QString& text) {
+  const QString before = box->toPlainText();
+  if (before == text) return;
+  if (before.isEmpty() || !text.startsWith(before)) return box->setPlainText(text);
+  QScrollBar* bar = box->verticalScrollBar();
+  const bool atEnd = bar->value() == bar->maximum();
+  QTextCursor end(box->document());
+  end.movePosition(QTextCursor::End);
+  end.insertText(text.mid(before.size()));
+  if (atEnd) bar->setValue(bar->maximum());
+}
+
+void ShowScroll(QAbstractSlider* slider, const Scroll& scroll) {
+  const auto [low, high] = std::minmax(scroll.first, scroll.last);
+  const bool inverted = scroll.first > scroll.last;
+  if (slider->minimum() == low && slider->maximum() == high && slider->value() == scroll.value &&
+      slider->invertedAppearance() == inverted)
+    return;
+  const QSignalBlocker quiet(slider);
+  slider->setRange(low, high);
+  slider->setValue(scroll.value);
+  slider->setInvertedAppearance(inverted);
+  slider->setInvertedControls(inverted);
+}
+
+void ShowEntries(QComboBox* box, const ListRef& list) {
+  const int wanted = static_cast<int>(list.EntryCount());
+  const QSignalBlocker quiet(box);
+  while (box->count() > wanted) box->removeItem(box->count() - 1);
+  for (int i = 0; i < wanted; ++i) {
+    const QString text = ToQt(list.Entry(static_cast<size_t>(i)));
+    if (i == box->count()) box->addItem(text);
+    if (box->itemText(i) != text) box->setItemText(i, text);
+  }
+  const int selected = *list.selected < wanted ? std::max(*list.selected, -1) : -1;
+  if (box->currentIndex() != selected) box->setCurrentIndex(selected);
 }
 
 }  // namespace
 
-ControlBinder::ControlBinder(QtHost& hostOfWindow, Machine& machineOfWindow, std::string_view formName)
-    : host(hostOfWindow), m(machineOfWindow), form(formName) {}
+ControlBinder::ControlBinder(QtHost& hostOfWindow, Machine& machineOfWindow, const Form& formOfWindow)
+    : host(hostOfWindow), m(machineOfWindow), form(formOfWindow) {}
 
-const Control& ControlBinder::Find(std::string_view control) const {
-  const Control* found = FindControl(form, control);
-  if (found == nullptr) throw std::logic_error("no control " + std::string(control));
-  return *found;
+ControlRef ControlBinder::Ref(std::string_view control, int index) const {
+  const ControlRef ref{&form, FindControl(form, control), index};
+  if (ref.control == nullptr || index < 0 || index >= std::max(1, ref.control->count))
+    throw std::logic_error("no control " + std::string(form.name) + "." + std::string(control) + "(" +
+                           std::to_string(index) + ")");
+  return ref;
 }
 
-void ControlBinder::Changed(const Control& control, int index) {
-  host.Guard([&] { ControlChanged(m, control, index); });
-  Pull();  // what the change has brought about is seen at once, also while the machine stands
+template <class Work>
+void ControlBinder::Act(Work work) {
+  host.Act(m, work);
 }
 
-void ControlBinder::Bind(std::string_view control, QAbstractButton* button, int index) {
-  const Control& found = Find(control);
-  QObject::connect(button, &QAbstractButton::clicked, [this, &found, index](bool checked) {
-    // An option button can be chosen but not be given up: the group's rule is the record's, not Qt's.
-    const bool on = checked || found.kind == ControlKind::Option;
-    if (bool* value = FieldOf<bool>(m, found, index)) *value = on;
-    Changed(found, index);
-  });
-  if (found.kind == ControlKind::Button) return;
-  if (found.kind == ControlKind::Option) button->setAutoExclusive(false);
-  pulls.emplace_back([this, &found, index, button] {
-    const bool* value = FieldOf<bool>(m, found, index);
-    if (value != nullptr && button->isChecked() != *value) button->setChecked(*value);
+template <class T, class Show>
+void ControlBinder::PullField(const ControlRef& ref, Show show) {
+  pulls.emplace_back([this, ref, show]() mutable {
+    if (const T* value = FieldOf<T>(m, ref)) show(*value);
   });
 }
 
-void ControlBinder::Bind(std::string_view control, QLineEdit* box, int index) {
-  const Control& found = Find(control);
-  QObject::connect(box, &QLineEdit::textEdited, [this, &found, index](const QString& text) {
-    if (auto* value = FieldOf<std::string>(m, found, index)) *value = text.toStdString();
-    Changed(found, index);
-  });
-  pulls.emplace_back([this, &found, index, box] {
-    if (const auto* value = FieldOf<std::string>(m, found, index)) ShowText(box, ToQt(*value));
+void ControlBinder::BindLook(const ControlRef& ref, QWidget* widget) {
+  if (ref.control->look == nullptr) return;
+  pulls.emplace_back([this, ref, widget, shown = Look{}]() mutable {
+    const Look now = LookOf(m, ref);
+    if (now == shown) return;
+    shown = now;
+    ShowLook(widget, now);
   });
 }
 
-void ControlBinder::Bind(std::string_view control, QLabel* label, int index) {
-  const Control& found = Find(control);
-  pulls.emplace_back([this, &found, index, label] {
-    if (const auto* value = FieldOf<std::string>(m, found, index)) ShowText(label, ToQt(*value));
+void ControlBinder::Bind(const ControlRef& ref, QAction* entry) {
+  // Qt flips a tick by itself when its entry is selected; the record has the last word.
+  entry->setCheckable(FieldOf<bool>(m, ref) != nullptr);
+  // An entry without a handler and without a tick has nothing behind it yet.
+  entry->setEnabled(entry->isCheckable() || ref.control->click);
+  QObject::connect(entry, &QAction::triggered, entry, [this, ref] { Act([&] { Press(m, ref); }); });
+  PullField<bool>(ref, [entry](bool tick) { entry->setChecked(tick); });
+  if (ref.control->look == nullptr) return;
+  pulls.emplace_back([this, ref, entry] { ShowLook(entry, LookOf(m, ref)); });
+}
+
+void ControlBinder::Bind(const ControlRef& ref, QAbstractButton* button) {
+  const ControlKind kind = ref.control->kind;
+  if (kind == ControlKind::Button) BindPresses(ref, button);
+  // An option button can be chosen but not be given up: the group's rule is the record's, not Qt's.
+  if (kind == ControlKind::Option) button->setAutoExclusive(false);
+  QObject::connect(button, &QAbstractButton::clicked, button, [this, ref, kind](bool checked) {
+    Act([&] {
+      if (kind == ControlKind::Button) return Press(m, ref);
+      SetTick(m, ref, checked || kind == ControlKind::Option);
+    });
   });
+  PullField<bool>(ref, [button](bool tick) {
+    if (button->isChecked() != tick) button->setChecked(tick);
+  });
+  BindLook(ref, button);
+}
+
+// What goes down and comes up.
+template <class Box>
+void ControlBinder::BindPresses(const ControlRef& ref, Box* box) {
+  const auto act = [this, ref](void (*action)(Machine&, const ControlRef&)) {
+    return [this, ref, action] { Act([&] { action(m, ref); }); };
+  };
+  if constexpr (std::is_same_v<Box, PressLabel>) {
+    QObject::connect(box, &PressLabel::Pressed, box, act(MouseDown));
+    QObject::connect(box, &PressLabel::Released, box, act(MouseUp));
+    QObject::connect(box, &PressLabel::Clicked, box, act(Press));
+  } else {
+    if (ref.control->down) QObject::connect(box, &QAbstractButton::pressed, box, act(MouseDown));
+    if (ref.control->up) QObject::connect(box, &QAbstractButton::released, box, act(MouseUp));
+  }
+}
+
+void ControlBinder::Bind(const ControlRef& ref, QLineEdit* box) {
+  QObject::connect(box, &QLineEdit::textEdited, box,
+                   [this, ref](const QString& text) { Act([&] { SetText(m, ref, text.toStdString()); }); });
+  QObject::connect(box, &QLineEdit::returnPressed, box, [this, ref, box] {
+    box->setModified(false);
+    Act([&] { PressEnter(m, ref); });
+  });
+  PullField<std::string>(ref, [box](const std::string& text) { ShowText(box, ToQt(text)); });
+  BindLook(ref, box);
+}
+
+void ControlBinder::Bind(const ControlRef& ref, QPlainTextEdit* box) {
+  QObject::connect(box, &QPlainTextEdit::textChanged, box,
+                   [this, ref, box] { Act([&] { SetText(m, ref, box->toPlainText().toStdString()); }); });
+  PullField<std::string>(ref, [box, shown = std::string()](const std::string& text) mutable {
+    if (text == shown) return;
+    shown = text;
+    const QSignalBlocker quiet(box);
+    ShowGrowing(box, ToQt(text));
+  });
+  BindLook(ref, box);
+}
+
+void ControlBinder::Bind(const ControlRef& ref, QLabel* label) {
+  PullField<std::string>(ref, [label](const std::string& text) { ShowText(label, ToQt(text)); });
+  BindLook(ref, label);
+}
+
+void ControlBinder::Bind(const ControlRef& ref, PressLabel* label) {
+  const Control& control = *ref.control;
+  label->SetPressable(control.click || control.down || control.up);
+  BindPresses(ref, label);
+  Bind(ref, static_cast<QLabel*>(label));
+}
+
+void ControlBinder::Bind(const ControlRef& ref, Lamp* lamp) {
+  PullField<bool>(ref, [lamp](bool on) { lamp->Set(on); });
+  BindLook(ref, lamp);
+}
+
+void ControlBinder::Bind(const ControlRef& ref, QAbstractSlider* slider) {
+  QObject::connect(slider, &QAbstractSlider::valueChanged, slider,
+                   [this, ref](int value) { Act([&] { SetScroll(m, ref, value); }); });
+  PullField<Scroll>(ref, [slider](const Scroll& scroll) { ShowScroll(slider, scroll); });
+  BindLook(ref, slider);
+}
+
+void ControlBinder::Bind(const ControlRef& ref, FileList* list) {
+  QObject::connect(list, &FileList::Chosen, list,
+                   [this, ref](int entry) { Act([&] { ChooseEntry(m, ref, entry); }); });
+  QObject::connect(list, &FileList::Opened, list,
+                   [this, ref](int entry) { Act([&] { DoubleClickEntry(m, ref, entry); }); });
+  pulls.emplace_back([this, ref, list] { list->Show(ListOf(m, *ref.control)); });
+  BindLook(ref, list);
+}
+
+void ControlBinder::Bind(const ControlRef& ref, QComboBox* box) {
+  QObject::connect(box, &QComboBox::activated, box,
+                   [this, ref](int entry) { Act([&] { ChooseEntry(m, ref, entry); }); });
+  pulls.emplace_back([this, ref, box] { ShowEntries(box, ListOf(m, *ref.control)); });
+  BindLook(ref, box);
+}
+
+void ControlBinder::Bind(const ControlRef& ref, Scope* scope) {
+  PullField<Trace>(ref, [scope](const Trace& trace) { scope->Show(trace); });
+  BindLook(ref, scope);
+}
+
+void ControlBinder::Bind(const ControlRef& ref, ImageView* image) {
+  PullField<PixelImage>(ref, [image](const PixelImage& picture) { image->Show(picture); });
+  BindLook(ref, image);
+}
+
+void ControlBinder::Bind(const ControlRef& ref, RegisterGrid* grid) {
+  QObject::connect(grid, &RegisterGrid::Pressed, grid, [this, ref](int cell) {
+    const ControlRef pressed{ref.form, ref.control, cell};
+    Act([&] {
+      MouseDown(m, pressed);
+      MouseUp(m, pressed);
+      Press(m, pressed);
+    });
+  });
+  pulls.emplace_back([this, ref, grid] {
+    const ControlField field = ref.control->field(m);
+    const auto values = std::get<std::span<std::string>>(field);
+    const int count = std::min(grid->Cells(), static_cast<int>(values.size()));
+    for (int cell = 0; cell < count; ++cell) grid->SetValue(cell, ToQt(values[static_cast<size_t>(cell)]));
+  });
+  if (ref.control->look == nullptr) return;
+  if (ref.control->look(m).size() == 1) return BindLook(ref, grid);
+  pulls.emplace_back([this, ref, grid] {
+    for (int cell = 0; cell < grid->Cells(); ++cell) {
+      const Look look = LookOf(m, {ref.form, ref.control, cell});
+      grid->SetColours(cell, look.fore, look.back);
+    }
+  });
+}
+
+void ControlBinder::Bind(const ControlRef& ref, HexView* view) {
+  PullField<std::string>(ref, [view](const std::string& rows) { view->SetRows(ToQt(rows)); });
+  BindLook(ref, view);
 }
 
 void ControlBinder::Pull() {
   for (const auto& pull : pulls) pull();
-}
-
-QString ToQt(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-void ShowText(QLabel* label, const QString& text) {
-  if (label->text() != text) label->setText(text);
-}
-
-void ShowText(QLineEdit* box, const QString& text) {
-  if (box->text() != text) box->setText(text);
 }
 
 }  // namespace quoll

@@ -1,52 +1,80 @@
-// Ties the widgets of a window to the controls of a form: the user's change goes into the field and calls the
-// control's handler, a pull copies the fields into the widgets.
+// Ties widgets to the controls of a form, of every kind: what the user does goes by the functions of
+// core/Form.h into the field and to the handlers, a pull copies the fields into the widgets. How a control
+// looks just now, where its table has that, is taken over too.
 #pragma once
 
-#include <QString>
 #include <functional>
 #include <string_view>
 #include <vector>
 
+#include "core/Form.h"
+
 class QAbstractButton;
+class QAbstractSlider;
+class QAction;
+class QComboBox;
 class QLabel;
 class QLineEdit;
-class QListWidget;
+class QPlainTextEdit;
+class QString;
+class QWidget;
 
 namespace quoll {
 
+class FileList;
+class HexView;
+class ImageView;
+class Lamp;
+class PressLabel;
 class QtHost;
-struct Control;
-struct Machine;
+class RegisterGrid;
+class Scope;
 
 class ControlBinder {
  public:
-  ControlBinder(QtHost& hostOfWindow, Machine& machineOfWindow, std::string_view formName);
+  ControlBinder(QtHost& hostOfWindow, Machine& machineOfWindow, const Form& formOfWindow);
+  ControlBinder(const ControlBinder&) = delete;
+  ControlBinder& operator=(const ControlBinder&) = delete;
 
-  // Each names a control of the form, with the place within an array of controls. A check box or option
-  // button takes the field's value; a plain button just calls the handler. Naming a control that the form
-  // does not have is a mistake of the program and ends it.
-  void Bind(std::string_view control, QAbstractButton* button, int index = 0);
-  void Bind(std::string_view control, QLineEdit* box, int index = 0);
-  void Bind(std::string_view control, QLabel* label, int index = 0);
+  // A control of the form, of an array the one at index. Asking for one that the form does not have is a
+  // mistake of the program and throws std::logic_error.
+  ControlRef Ref(std::string_view control, int index = 0) const;
 
-  // Copies all fields into their widgets.
+  // The widget must live as long as pulls are made. A control without a field only calls its handlers, a
+  // label only shows.
+  void Bind(const ControlRef& ref, QAction* entry);
+  void Bind(const ControlRef& ref, QAbstractButton* button);  // a check, an option or a plain button
+  void Bind(const ControlRef& ref, QLineEdit* box);
+  void Bind(const ControlRef& ref, QPlainTextEdit* box);
+  void Bind(const ControlRef& ref, QLabel* label);
+  void Bind(const ControlRef& ref, PressLabel* label);
+  void Bind(const ControlRef& ref, Lamp* lamp);
+  void Bind(const ControlRef& ref, QAbstractSlider* slider);
+  void Bind(const ControlRef& ref, FileList* list);
+  void Bind(const ControlRef& ref, QComboBox* box);
+  void Bind(const ControlRef& ref, Scope* scope);
+  void Bind(const ControlRef& ref, ImageView* image);
+  void Bind(const ControlRef& ref, RegisterGrid* grid);  // the whole array, from its first label on
+  void Bind(const ControlRef& ref, HexView* view);       // a label of several lines
+
+  // Any widget that looks as the control does, beside its own.
+  void BindLook(const ControlRef& ref, QWidget* widget);
+
+  // Copies the fields into their widgets, where they differ.
   void Pull();
 
  private:
-  const Control& Find(std::string_view control) const;
-  void Changed(const Control& control, int index);
+  template <class Work>
+  void Act(Work work);
+  template <class T, class Show>
+  void PullField(const ControlRef& ref, Show show);
+  template <class Box>
+  void BindPresses(const ControlRef& ref, Box* box);
 
   QtHost& host;
   Machine& m;
-  std::string_view form;
+  const Form& form;
   std::vector<std::function<void()>> pulls;
 };
-
-// Text of the machine as Qt shows it. Its strings are UTF-8; other bytes become replacement characters.
-QString ToQt(std::string_view text);
-
-// Sets a widget's text only when it differs, so that nothing is laid out or painted for nothing.
-void ShowText(QLabel* label, const QString& text);
-void ShowText(QLineEdit* box, const QString& text);
 
 }  // namespace quoll

@@ -3,24 +3,28 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 
-#include "machine/Machine.h"
+#include "desktop/kit/QtText.h"
+#include "desktop/kit/TabOrder.h"
 
 namespace quoll {
 
-FormWindow::FormWindow(QtHost& hostOfWindow, Machine& machineOfWindow, WindowState Windows::*state,
-                       const char* form)
-    : host(hostOfWindow), m(machineOfWindow), binder(host, m, form), which(state) {
-  setObjectName(form);
+FormWindow::FormWindow(FormKit& kitOfWindow, Qt::WindowFlags flags)
+    : QWidget(nullptr, flags), kit(kitOfWindow), host(kit.host), m(kit.m) {
+  setWindowTitle(ToQt(kit.form.caption));
+  NameWidget(this, ToQt(kit.form.name), windowTitle());
   host.AddView(this);
 }
 
 FormWindow::~FormWindow() { host.RemoveView(this); }
 
 void FormWindow::Pull(Machine& /*machine*/) {
-  WindowState& state = m.windows.*which;
-  if (state.visible == isHidden()) setVisible(state.visible);
-  if (!state.visible) return;
-  binder.Pull();
+  FormState& state = kit.State();
+  if (state.visible && isHidden()) Appear();
+  if (!state.visible && !isHidden()) Vanish();
+  if (isHidden()) return;
+  const QString caption = ToQt(state.caption.empty() ? kit.form.caption : state.caption);
+  if (windowTitle() != caption) setWindowTitle(caption);
+  kit.binder.Pull();
   ShowRecord();
   if (!state.raise) return;
   state.raise = false;
@@ -28,8 +32,21 @@ void FormWindow::Pull(Machine& /*machine*/) {
   activateWindow();
 }
 
+void FormWindow::Appear() {
+  if (!tabsSet) TabAsSeen(*this);
+  tabsSet = true;
+  kit.binder.Pull();  // as large as it needs to be, before it is seen
+  ShowAt(*this, place);
+}
+
+void FormWindow::Vanish() {
+  place = PlaceOf(*this);
+  hide();
+}
+
 void FormWindow::closeEvent(QCloseEvent* event) {
-  (m.windows.*which).visible = false;
+  place = PlaceOf(*this);
+  kit.State().visible = false;
   QWidget::closeEvent(event);
 }
 

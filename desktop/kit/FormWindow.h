@@ -1,48 +1,46 @@
-// A window of its own that shows a form. It comes, goes and is raised as the machine's record of windows
-// says.
+// A window of its own that shows a form. It comes, goes and is raised as the form's record says, and tells
+// there when the user closes it. While it is hidden nothing of the record is looked at but that.
 #pragma once
 
 #include <QWidget>
+#include <optional>
 
-#include "desktop/kit/ControlBinder.h"
 #include "desktop/QtHost.h"
-#include "display/Windows.h"
+#include "desktop/kit/FormKit.h"
+#include "desktop/kit/WindowPlaces.h"
 
 namespace quoll {
 
 class FormWindow : public QWidget, public RecordView {
+  Q_OBJECT
+
  public:
   ~FormWindow() override;
 
-  void Pull(Machine& machine) override;
+  void Pull(Machine& machine) final;
 
  protected:
-  // state: which of the windows it is; form: the name of the form's table.
-  FormWindow(QtHost& hostOfWindow, Machine& machineOfWindow, WindowState Windows::*state, const char* form);
+  // kitOfWindow: made for the window's form; it must live longer.
+  explicit FormWindow(FormKit& kitOfWindow, Qt::WindowFlags flags = {});
 
   // What a window shows besides its bound controls; only called while it is visible.
   virtual void ShowRecord() {}
+  // The record wants the window, which is hidden, or does not want it any more.
+  virtual void Appear();
+  virtual void Vanish();
 
+  // The user closes the window.
   void closeEvent(QCloseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 
-  // A button or box bound to a control of the form; its object name is the control's.
-  template <typename Button>
-  Button* Add(const char* control, const QString& caption, const QString& accessibleName = {}) {
-    auto* button = new Button(caption);
-    button->setObjectName(control);
-    button->setAccessibleName(accessibleName.isEmpty() ? caption : accessibleName);
-    binder.Bind(control, button);
-    return button;
-  }
-
   bool escapeCloses = true;
+  FormKit& kit;
   QtHost& host;
   Machine& m;
-  ControlBinder binder;
 
  private:
-  WindowState Windows::*which;
+  std::optional<WindowPlace> place;  // when it was last hidden
+  bool tabsSet = false;
 };
 
 }  // namespace quoll

@@ -2,8 +2,9 @@
 
 #include <QKeyEvent>
 
-#include "machine/Machine.h"
 #include "desktop/picture/KeyCodes.h"
+#include "forms/PicD.h"
+#include "machine/Machine.h"
 
 namespace quoll {
 

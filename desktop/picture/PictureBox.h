@@ -11,6 +11,8 @@
 namespace quoll {
 
 class PictureBox : public QWidget {
+  Q_OBJECT
+
  public:
   PictureBox(QtHost& hostOfWindow, Machine& machineOfWindow, QWidget* parent = nullptr);
 

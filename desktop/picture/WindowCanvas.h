@@ -1,14 +1,15 @@
-// The inside of the machine's window as pixels: 640 x 576, the border bands with the picture box on them.
+// The inside of the machine's window as an image: 640 x 576, the border bands with the picture box on them.
 #pragma once
 
 #include <QImage>
+#include <array>
 
-#include "display/Refresh.h"
+#include "display/Compose.h"
 
 namespace quoll {
 
-inline constexpr int kCanvasWidth = 640;
-inline constexpr int kCanvasHeight = 576;
+inline constexpr int kCanvasWidth = kWindowWidth;
+inline constexpr int kCanvasHeight = kWindowHeight;
 
 class WindowCanvas {
  public:
@@ -28,7 +29,7 @@ class WindowCanvas {
 
  private:
   QImage image;
-  std::array<QRgb, kCanvasHeight / 2> bands{};
+  std::array<QRgb, kCanvasHeight / kBandRows> bands{};
   std::array<QRgb, kCanvasWidth> line{};
 };
 

@@ -9,6 +9,7 @@
 #include "desktop/Main.h"
 #include "desktop/SingleInstance.h"
 #include "desktop/test/WindowTest.h"
+#include "loop/SoundFrame.h"
 
 namespace quoll {
 namespace {
@@ -16,7 +17,7 @@ namespace {
 struct Life : WindowTest {
   // Closes the window in the event loop, after so many milliseconds.
   void CloseAfter(int milliseconds) {
-    QTimer::singleShot(milliseconds, window.get(), [this] { window->close(); });
+    QTimer::singleShot(milliseconds, window, [this] { window->close(); });
   }
 };
 
@@ -52,8 +53,8 @@ TEST_F(Life, ClosingAMachineThatReachesNoFrameEnd) {
 TEST_F(Life, PauseAndOnAndClose) {
   const auto pause = [this] { window->Action("xS1")->trigger(); };
   bool stoppedBetween = false;
-  QTimer::singleShot(60, window.get(), pause);
-  QTimer::singleShot(160, window.get(), [&] {
+  QTimer::singleShot(60, window, pause);
+  QTimer::singleShot(160, window, [&] {
     stoppedBetween = m.run.CpuRunning == 0 && m.screen.xS1;
     pause();  // runs the machine on this stack
   });
@@ -70,14 +71,14 @@ TEST_F(Life, PauseAndOnAndClose) {
 TEST_F(Life, ClosingWithARunOnARun) {
   // Pause on and off within one pump: the second run lies on top of the first.
   int depth = 0;
-  QTimer::singleShot(60, window.get(), [&] {
+  QTimer::singleShot(60, window, [&] {
     ++depth;
     window->Action("xS1")->trigger();
     window->Action("xS1")->trigger();
     --depth;
   });
   int depthAtClose = 0;
-  QTimer::singleShot(200, window.get(), [&] {
+  QTimer::singleShot(200, window, [&] {
     depthAtClose = depth;
     window->close();
   });
@@ -204,7 +205,7 @@ struct StartHost : TestHost {
   void Pump(Machine& m) override {
     if (pumps++ == 0) {
       windowFirst = messageParent != nullptr && messageParent->isVisible();
-      caption = m.screen.Caption;
+      caption = m.screen.window.caption;
       romAtFirst = m.MemImage[0x18000];
     }
     TestHost::Pump(m);

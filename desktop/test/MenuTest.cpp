@@ -74,7 +74,7 @@ using Menus = WindowTest;
 
 TEST_F(Menus, EveryEntryStandsInItsPlace) {
   size_t row = 0;
-  for (const QAction* menu : window->menuBar()->actions()) {
+  for (const QAction* menu : window->Menus()->actions()) {
     for (const QAction* action : menu->menu()->actions()) {
       ASSERT_LT(row, std::size(kMenus));
       EXPECT_EQ(Caption(menu), kMenus[row].menu);
@@ -142,10 +142,10 @@ TEST_F(Menus, SpeedsExcludeEachOther) {
   expect(true, false, false);
   Select("xS4");
   expect(false, false, true);
-  EXPECT_EQ(m.cpumon.HScroll1, 4);
+  EXPECT_EQ(m.cpumon.HScroll1.value, 4);
   Select("xS3");
   expect(false, true, false);
-  EXPECT_EQ(m.cpumon.HScroll1, 2);
+  EXPECT_EQ(m.cpumon.HScroll1.value, 2);
   Select("xS3");  // it toggles its own tick
   expect(false, false, false);
 }
@@ -178,11 +178,11 @@ TEST_F(Menus, Resets) {
 TEST_F(Menus, UnloadTakesTheCartridgeOut) {
   m.CartName = "game.crt";
   m.MemImage[0x14000] = 0x5A;
-  m.panel.visible = true;
+  m.panel.window.visible = true;
   Select("xUnloadCRT");
   EXPECT_EQ(m.CartName, "");
   EXPECT_EQ(m.MemImage[0x14000], 0);
-  EXPECT_FALSE(m.panel.visible);
+  EXPECT_FALSE(m.panel.window.visible);
   EXPECT_EQ(window->Action("xUnloadCRT")->text(), "Unload");
 }
 

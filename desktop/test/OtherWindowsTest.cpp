@@ -8,8 +8,8 @@
 #include <QRadioButton>
 #include <algorithm>
 
-#include "desktop/windows/FullScreenWindow.h"
 #include "desktop/test/WindowTest.h"
+#include "desktop/windows/FullScreenWindow.h"
 
 namespace quoll {
 namespace {
@@ -139,7 +139,7 @@ TEST_F(OtherWindows, ErrorSimulationByItsBoxes) {
   Settle();
   EXPECT_FALSE(Find<QCheckBox>(sim, "Check1")->isChecked());
   sim->close();
-  EXPECT_FALSE(m.windows.ErrorSim.visible);
+  EXPECT_FALSE(m.errorsim.window.visible);
   EXPECT_FALSE(host.ClosedByUser());
 }
 

@@ -9,9 +9,9 @@
 #include <QTemporaryDir>
 #include <QtGui/QDropEvent>
 
+#include "desktop/test/WindowTest.h"
 #include "desktop/windows/AboutPanel.h"
 #include "desktop/windows/FilePanelFrame.h"
-#include "desktop/test/WindowTest.h"
 #include "media/Snapshot.h"
 
 namespace quoll {
@@ -61,10 +61,10 @@ struct Panels : WindowTest {
     QMimeData data;
     data.setUrls({QUrl::fromLocalFile(file)});
     QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window.get(), &enter);
+    QApplication::sendEvent(window, &enter);
     ASSERT_TRUE(enter.isAccepted());
     QDropEvent event(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window.get(), &event);
+    QApplication::sendEvent(window, &event);
     Settle();
   }
 };
@@ -238,7 +238,7 @@ TEST_F(Panels, WhatTheFileListShowsCanBeOpened) {
   EXPECT_EQ(m.MemImage[0x19EF], 0x33);
   EXPECT_EQ(QApplication::focusWidget(), window->Picture());
   Select("xLoadCAS");
-  EXPECT_TRUE(m.panel.name.empty());
+  EXPECT_TRUE(m.panel.Text3.empty());
   Type("Text3", "UP.CAS");
   QTest::keyClick(Box("Text3"), Qt::Key_Return);
   Settle();
@@ -277,8 +277,8 @@ TEST_F(Panels, TheBoxesAreFilledAndWrittenBack) {
   Type("Text3", "mine");
   QTest::mouseClick(Button(), Qt::LeftButton);
   Settle();
-  EXPECT_EQ(m.panel.boxes.Text6, "6639");
-  EXPECT_EQ(m.panel.boxes.Text7, "6656");
+  EXPECT_EQ(m.panel.Text6, "6639");
+  EXPECT_EQ(m.panel.Text7, "6656");
   EXPECT_EQ(QFile(Path("mine.cas")).size(), 144 + 17);
 }
 
@@ -290,7 +290,7 @@ TEST_F(Panels, AnErrorGoesWithItsPanel) {
   EXPECT_FALSE(m.panel.error.empty());
   Select("xLoadCAS");
   EXPECT_TRUE(m.panel.error.empty());
-  EXPECT_TRUE(m.panel.name.empty());
+  EXPECT_TRUE(m.panel.Text3.empty());
 }
 
 TEST_F(Panels, ADoubleClickWalksOneLevel) {
@@ -361,17 +361,17 @@ TEST_F(Panels, DroppedFilesOpenBySuffix) {
   Make("tape.wav", QByteArray(44, '\0') + '\xC8' + '\x10');
   Drop(Path("tape.wav"));
   EXPECT_EQ(m.ttape.Label3, "tape.wav");
-  EXPECT_TRUE(TapeRead(m));
-  EXPECT_FALSE(TapeRead(m));
+  EXPECT_TRUE(TapeRead(m.tape));
+  EXPECT_FALSE(TapeRead(m.tape));
   EXPECT_TRUE(host.messages.empty());
   ASSERT_TRUE(QDir(folder.path()).mkdir("folder.crt"));
   Drop(Path("folder.crt"));
   ASSERT_EQ(host.messages.size(), 1U);
-  EXPECT_NE(host.messages[0].find("can't be opened"), std::string::npos);
+  EXPECT_NE(host.messages[0].find("folder.crt: it is a directory"), std::string::npos);
   host.messages.clear();
   Select("xLoadCAS");
   Drop(Path("DROP.CAS"));
-  EXPECT_FALSE(m.panel.visible);
+  EXPECT_FALSE(m.panel.window.visible);
   Make("text.txt", "hello");
   Drop(Path("text.txt"));
   ASSERT_EQ(host.messages.size(), 1U);
@@ -399,7 +399,7 @@ TEST_F(Panels, About) {
   QTest::keyClick(window->About(), Qt::Key_Escape);
   Settle();
   EXPECT_FALSE(window->About()->isVisible());
-  EXPECT_FALSE(m.windows.Frame2.visible);
+  EXPECT_FALSE(m.frame2.window.visible);
 }
 
 }  // namespace

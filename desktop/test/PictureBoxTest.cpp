@@ -174,13 +174,13 @@ TEST_F(PictureBoxes, MouseIsTheLightPen) {
 
 TEST_F(PictureBoxes, StatusAndSpeed) {
   m.screen.Label1 = "Unknown Opcode!";
-  m.screen.Caption = "Unknown Opcode!";
+  m.screen.window.caption = "Unknown Opcode!";
   m.screen.Text1 = "2000";
   Settle();
-  EXPECT_EQ(Find<QLabel>(window.get(), "Label1")->text(), "Unknown Opcode!");
+  EXPECT_EQ(Find<QLabel>(window, "Label1")->text(), "Unknown Opcode!");
   EXPECT_EQ(window->windowTitle(), "Unknown Opcode!");
-  EXPECT_EQ(Find<QLabel>(window.get(), "Text1")->text(), "2000");
-  EXPECT_EQ(Find<QLabel>(window.get(), "Label5")->text(), "MHz");
+  EXPECT_EQ(Find<QLabel>(window, "Text1")->text(), "2000");
+  EXPECT_EQ(Find<QLabel>(window, "Label5")->text(), "MHz");
 }
 
 TEST_F(PictureBoxes, SizeOfTheForm) {

@@ -32,7 +32,7 @@ struct SoundHost : WindowTest {
     ASSERT_TRUE(host.messages.empty());
   }
   void After(int milliseconds, std::function<void()> work) {
-    QTimer::singleShot(milliseconds, window.get(), std::move(work));
+    QTimer::singleShot(milliseconds, window, std::move(work));
   }
   void CloseAfter(int milliseconds) {
     After(milliseconds, [this] { window->close(); });
@@ -90,7 +90,7 @@ TEST_F(SoundHost, StopHaltsAtTheNextBlockAndPlayGoesOn) {
   Start();
   int framesAtStop = 0, blocksAtStop = 0, framesWhileStopped = 0, blocksWhileStopped = 0, framesAfter = 0;
   After(400, [&] {
-    ControlChanged(m, *FindControl("FDXF", "Cstop"));
+    PressButton("FDXF", "Cstop");
     framesAtStop = host.frames;
     blocksAtStop = Blocks();
   });
@@ -98,7 +98,7 @@ TEST_F(SoundHost, StopHaltsAtTheNextBlockAndPlayGoesOn) {
     framesWhileStopped = host.frames;
     blocksWhileStopped = Blocks();
     EXPECT_EQ(m.mixer.FrameInBlock, kFramesPerBlock);  // it waits at the end of a block
-    ControlChanged(m, *FindControl("FDXF", "cmdStartPlay"));
+    PressButton("FDXF", "cmdStartPlay");
   });
   After(1800, [&] {
     framesAfter = host.frames;
@@ -114,7 +114,7 @@ TEST_F(SoundHost, StopHaltsAtTheNextBlockAndPlayGoesOn) {
 
 TEST_F(SoundHost, ClosingWhileItWaitsForAStoppedDevice) {
   Start();
-  After(200, [this] { ControlChanged(m, *FindControl("FDXF", "Cstop")); });
+  After(200, [this] { PressButton("FDXF", "Cstop"); });
   CloseAfter(700);
   const auto start = QtHost::Clock::now();
   EXPECT_THROW(CPUmon_Command1_Click(m), ProgramEnd);
@@ -124,7 +124,7 @@ TEST_F(SoundHost, ClosingWhileItWaitsForAStoppedDevice) {
 
 TEST_F(SoundHost, ChoosingMaxDoesNotEndTheWait) {
   Start();
-  After(200, [this] { ControlChanged(m, *FindControl("FDXF", "Cstop")); });
+  After(200, [this] { PressButton("FDXF", "Cstop"); });
   After(600, [this] { window->Action("xS6")->trigger(); });
   int frames = 0;
   After(700, [&] { frames = host.frames; });
@@ -143,7 +143,7 @@ TEST_F(SoundHost, TheDriverClosedUnderTheProgram) {
   });
   After(900, [&] {
     framesWhileLost = host.frames;
-    ControlChanged(m, *FindControl("FDXF", "cmdStartPlay"));
+    PressButton("FDXF", "cmdStartPlay");
   });
   After(1700, [&] {
     framesAfter = host.frames;
@@ -180,7 +180,7 @@ TEST_F(SoundHost, AFailureAtTheStartIsToldAndTheMachineWaits) {
 TEST_F(SoundHost, ADeviceThatComesLaterTakesOver) {
   TellNoSoundDevice(m);
   RunTo(10);
-  ControlChanged(m, *FindControl("FDXF", "cmdStartPlay"));
+  PressButton("FDXF", "cmdStartPlay");
   EXPECT_EQ(m.screen.Label1, "");
   RunTo(20);
   const auto start = QtHost::Clock::now();
@@ -193,7 +193,7 @@ TEST_F(SoundHost, ADeviceThatComesLaterTakesOver) {
 
 TEST_F(SoundHost, WaitingCostsNoTime) {
   Start();
-  After(200, [this] { ControlChanged(m, *FindControl("FDXF", "Cstop")); });
+  After(200, [this] { PressButton("FDXF", "Cstop"); });
   clock_t stopped = 0, later = 0;
   After(700, [&] { stopped = clock(); });
   After(1700, [&] {

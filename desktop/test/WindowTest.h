@@ -8,12 +8,15 @@
 #include <functional>
 #include <memory>
 
+#include "desktop/QtHost.h"
+#include "desktop/picture/PictureBox.h"
+#include "desktop/windows/FormWindows.h"
+#include "desktop/windows/MainWindow.h"
+#include "forms/Forms.h"
+#include "loop/Redraw.h"
+#include "loop/RunLoop.h"
 #include "machine/Machine.h"
 #include "machine/MachineInit.h"
-#include "loop/RunLoop.h"
-#include "desktop/QtHost.h"
-#include "desktop/windows/MainWindow.h"
-#include "desktop/picture/PictureBox.h"
 
 namespace quoll {
 
@@ -39,17 +42,18 @@ struct WindowTest : testing::Test {
   TestHost host;
   std::unique_ptr<Machine> machine = std::make_unique<Machine>(host);
   Machine& m = *machine;
-  std::unique_ptr<MainWindow> window;
+  std::unique_ptr<FormWindows> windows = std::make_unique<FormWindows>(host, m);
+  MainWindow* window = nullptr;
 
   void SetUp() override {
     m.programFolder = ROM_FOLDER;
-    m.screen.Caption = "QUOLLEMU";
+    m.screen.window.caption = "QUOLLEMU";
     MachineInit(m);
     MachineReset(m);
-    window = std::make_unique<MainWindow>(host, m);
-    window->Pull(m);
-    window->show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    host.PullViews(m);
+    window = dynamic_cast<MainWindow*>(windows->Find("TScreen"));
+    ASSERT_NE(window, nullptr);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window));
     window->Picture()->setFocus();
     Settle();
   }
@@ -57,9 +61,12 @@ struct WindowTest : testing::Test {
   // Lets the windows do what is due.
   void Settle() {
     QApplication::processEvents();
-    window->Pull(m);
+    host.PullViews(m);
     QApplication::processEvents();
   }
+
+  // As the user does with the control. Of a button, a press.
+  void PressButton(const char* form, const char* control) { Press(m, TheControl(form, control)); }
 
   // Runs the machine for so many frames as fast as the host can. Few of them are drawn then; the last one is.
   void RunFrames(int count) {

@@ -6,6 +6,8 @@
 namespace quoll {
 
 class DeckPicture : public QWidget {
+  Q_OBJECT
+
  public:
   DeckPicture();
 

@@ -4,12 +4,28 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 
+#include "desktop/kit/TabOrder.h"
+
 namespace quoll {
 
-Panel::Panel(QWidget* parent) : QFrame(parent) {
+Panel::Panel(FormState& stateOfPanel, QWidget* parent) : QFrame(parent), state(stateOfPanel) {
   setFrameStyle(QFrame::StyledPanel | QFrame::Raised);
   setAutoFillBackground(true);
   hide();
+}
+
+void Panel::Pull() {
+  if (!state.visible) {
+    if (!isHidden()) hide();
+    return;
+  }
+  ShowRecord();
+  if (!isHidden() && !state.raise) return;
+  state.raise = false;
+  TabAsSeen(*this);
+  show();
+  raise();
+  FirstFocus()->setFocus();
 }
 
 void Panel::keyPressEvent(QKeyEvent* event) {

@@ -6,6 +6,8 @@
 namespace quoll {
 
 class SpeedBar : public QWidget {
+  Q_OBJECT
+
  public:
   explicit SpeedBar(QWidget* parent);
 

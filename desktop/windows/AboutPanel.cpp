@@ -2,13 +2,13 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <algorithm>
 
+#include "desktop/QtHost.h"
+#include "desktop/kit/QtText.h"
+#include "desktop/widgets/FileList.h"
 #include "machine/Machine.h"
-#include "desktop/kit/ControlBinder.h"
 
 namespace quoll {
 
@@ -36,93 +36,67 @@ constexpr const char* kPorts =
     "70     W  CRTC register number\n"
     "71     RW CRTC register\n";
 
-QLabel* AddLabel(QBoxLayout* column, const char* objectName, const QString& text) {
+QLabel* AddLabel(QBoxLayout* column, const char* objectName, const QString& text,
+                 const QString& accessibleName) {
   auto* label = new QLabel(text);
-  label->setObjectName(objectName);
+  NameWidget(label, objectName, accessibleName);
   column->addWidget(label);
   return label;
 }
 
 }  // namespace
 
-AboutPanel::AboutPanel(Machine& machineOfWindow, QWidget* parent)
-    : Panel(parent), m(machineOfWindow), log(new QListWidget(this)) {
-  setObjectName("Frame2");
-  setAccessibleName(tr("About"));
+AboutPanel::AboutPanel(QtHost& host, Machine& machineOfWindow, QWidget* parent)
+    : Panel(machineOfWindow.frame2.window, parent),
+      kit(host, machineOfWindow, kTScreen),
+      close(new QPushButton(tr("Close"))) {
+  NameWidget(this, ToQt(kFrame2.name), ToQt(kFrame2.caption));
   auto* column = new QVBoxLayout(this);
+  AddTitles(column);
 
-  QLabel* name = AddLabel(column, "Label3", "QUOLLEMU  V.3.1");
-  name->setAccessibleName(name->text());
+  auto* row = new QHBoxLayout;
+  column->addLayout(row, 1);
+  row->addWidget(PortTable(), 3);
+  auto* logColumn = new QVBoxLayout;
+  row->addLayout(logColumn, 1);
+  logColumn->addWidget(new QLabel(tr("Unknown ports")));
+  logColumn->addWidget(kit.List("List1"));
+
+  NameWidget(close, "Close", close->text());
+  close->setAutoDefault(true);
+  column->addWidget(close, 0, Qt::AlignRight);
+  connect(close, &QPushButton::clicked, this, &AboutPanel::Cancel);
+}
+
+void AboutPanel::AddTitles(QBoxLayout* column) {
+  const QString program = "QUOLLEMU  V.3.1", machine = "Videoton TV Computer emulator";
+  QLabel* name = AddLabel(column, "Label3", program, program);
   QFont large = font();
   large.setPointSizeF(large.pointSizeF() * 1.6);
   large.setBold(true);
   name->setFont(large);
-  QLabel* what = AddLabel(column, "Label4", "Videoton TV Computer emulator");
-  what->setAccessibleName(what->text());
-  QLabel* mail = AddLabel(column, "Label7", kContact);
-  mail->setAccessibleName(tr("Write a mail"));
+  AddLabel(column, "Label4", machine, machine);
+  QLabel* mail = AddLabel(column, "Label7", kContact, tr("Write a mail"));
   mail->setTextInteractionFlags(Qt::TextBrowserInteraction);
   mail->setOpenExternalLinks(true);
+}
 
-  auto* row = new QHBoxLayout;
-  column->addLayout(row, 1);
-  auto* ports = new QPlainTextEdit(kPorts, this);
-  ports->setObjectName("Picture3");
-  ports->setAccessibleName(tr("Port table"));
+QWidget* AboutPanel::PortTable() {
+  auto* ports = new QPlainTextEdit(kPorts);
+  NameWidget(ports, "Picture3", tr("Port table"));
   ports->setReadOnly(true);
   ports->setTabChangesFocus(true);
   ports->setFont(QFont("monospace", font().pointSize()));
-  row->addWidget(ports, 3);
-  auto* logColumn = new QVBoxLayout;
-  row->addLayout(logColumn, 1);
-  logColumn->addWidget(new QLabel(tr("Unknown ports"), this));
-  logColumn->addWidget(log);
-  log->setObjectName("List1");
-  log->setAccessibleName(tr("Accesses to unknown ports"));
-  log->setUniformItemSizes(true);
-
-  auto* close = new QPushButton(tr("Close"), this);
-  close->setObjectName("Close");
-  close->setAccessibleName(tr("Close"));
-  close->setAutoDefault(true);
-  column->addWidget(close, 0, Qt::AlignRight);
-  connect(close, &QPushButton::clicked, this, [this] { Cancel(); });
+  return ports;
 }
+
+QWidget* AboutPanel::FirstFocus() const { return close; }
 
 void AboutPanel::Cancel() {
-  m.windows.Frame2.visible = false;
-  m.screen.focusPicD = true;
-  Pull();
-}
-
-// A program can fill the log thousands of times a frame: only what it holds now is listed.
-void AboutPanel::PullLog() {
-  const PortLog& now = m.screen.List1;
-  const bool same = shown.count == now.count &&
-                    std::equal(now.lines.begin(), now.lines.begin() + now.count, shown.lines.begin());
-  if (same) return;
-  shown = now;
-  const int count = static_cast<int>(shown.count);
-  while (log->count() > count) delete log->takeItem(log->count() - 1);
-  for (int i = 0; i < count; ++i) {
-    const QString text = ToQt(shown.Text(static_cast<uint32_t>(i)));
-    if (i == log->count()) log->addItem(text);
-    if (log->item(i)->text() != text) log->item(i)->setText(text);
-  }
-}
-
-void AboutPanel::Pull() {
-  WindowState& state = m.windows.Frame2;
-  if (!state.visible) {
-    if (!isHidden()) hide();
-    return;
-  }
-  PullLog();
-  if (!isHidden() && !state.raise) return;
-  state.raise = false;
-  show();
-  raise();
-  findChild<QPushButton*>("Close")->setFocus();
+  kit.host.Act(kit.m, [this] {
+    kit.m.frame2.window.visible = false;
+    kit.m.screen.focusPicD = true;
+  });
 }
 
 }  // namespace quoll

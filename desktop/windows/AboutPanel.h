@@ -1,30 +1,34 @@
 // Frame2: what the program is, its port table, and the log of accesses to ports without a function.
 #pragma once
 
-#include "forms/TScreen.h"
+#include "desktop/kit/FormKit.h"
 #include "desktop/widgets/Panel.h"
 
-class QListWidget;
+class QBoxLayout;
+class QPushButton;
 
 namespace quoll {
 
-struct Machine;
-
 class AboutPanel : public Panel {
- public:
-  AboutPanel(Machine& machineOfWindow, QWidget* parent);
+  Q_OBJECT
 
-  void Pull();
+ public:
+  AboutPanel(QtHost& host, Machine& machineOfWindow, QWidget* parent);
+
   void Cancel() override;
 
   QSize sizeHint() const override { return {520, 430}; }
 
- private:
-  void PullLog();
+ protected:
+  void ShowRecord() override { kit.binder.Pull(); }
+  QWidget* FirstFocus() const override;
 
-  Machine& m;
-  QListWidget* log;  // List1
-  PortLog shown;     // what it lists
+ private:
+  void AddTitles(QBoxLayout* column);
+  QWidget* PortTable();
+
+  FormKit kit;  // the log is a control of the main window
+  QPushButton* close;
 };
 
 }  // namespace quoll

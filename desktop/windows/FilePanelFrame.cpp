@@ -1,241 +1,131 @@
 #include "desktop/windows/FilePanelFrame.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QPushButton>
-#include <QShortcut>
 #include <QStyle>
 
-#include "machine/Machine.h"
-#include "desktop/kit/ControlBinder.h"
 #include "desktop/QtHost.h"
+#include "desktop/kit/QtText.h"
+#include "desktop/widgets/FileList.h"
+#include "desktop/widgets/PressLabel.h"
+#include "machine/Machine.h"
 
 namespace quoll {
 
 namespace {
 
-QDir Folder(const FilePanel& panel) {
-  return panel.folder.empty() ? QDir::current() : QDir(ToQt(panel.folder));
-}
-
-std::string FilledFor(const FilePanel& panel) {
-  return panel.caption + '\n' + panel.pattern + '\n' + panel.folder;
+QIcon FolderIcon(const QString& entry) {
+  return QApplication::style()->standardIcon(entry == ".." ? QStyle::SP_FileDialogToParent
+                                                           : QStyle::SP_DirIcon);
 }
 
 }  // namespace
 
-FilePanelFrame::FilePanelFrame(QtHost& hostOfWindow, Machine& machineOfWindow, QWidget* parent)
-    : Panel(parent),
-      host(hostOfWindow),
-      m(machineOfWindow),
-      title(new QLabel(this)),
-      path(new QLabel(this)),
-      folders(new QListWidget(this)),
-      files(new QListWidget(this)),
-      casRow(new QWidget(this)),
-      error(new QLabel(this)),
-      press(new QPushButton(this)),
-      cancel(new QPushButton(tr("Cancel"), this)) {
-  setObjectName("Frame1");
-  setAccessibleName(tr("File panel"));
-  BuildLists();
-  BuildBoxes();
-
-  auto* column = new QVBoxLayout(this);
-  column->addWidget(title);
-  auto* place = new QHBoxLayout;
-  place->addWidget(new QLabel(tr("location"), this));
-  place->addWidget(path, 1);
-  column->addLayout(place);
-  column->addWidget(folders);
-  column->addWidget(files, 1);
-  auto* form = new QFormLayout;
-  form->addRow(tr("Pattern"), pattern);
-  form->addRow(tr("Name"), name);
-  column->addLayout(form);
-  column->addWidget(casRow);
-  column->addWidget(error);
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  buttons->addWidget(press);
-  buttons->addWidget(cancel);
-  column->addLayout(buttons);
-}
-
-void FilePanelFrame::BuildLists() {
+FilePanelFrame::FilePanelFrame(QtHost& host, Machine& machineOfWindow, QWidget* parent)
+    : Panel(machineOfWindow.panel.window, parent),
+      kit(host, machineOfWindow, kTScreen),
+      title(new QLabel),
+      path(kit.Label("Frame4")),
+      name(kit.Text("Text3")),
+      error(Error()),
+      press(kit.Button("Command2")) {
+  NameWidget(this, "Frame1", tr("File panel"));
   QFont bold = font();
   bold.setBold(true);
   title->setFont(bold);
   title->setAccessibleName(tr("What the panel does"));
-  path->setAccessibleName(tr("Location"));
-  path->setTextFormat(Qt::PlainText);
-  path->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
 
-  folders->setObjectName("Dir1");
-  folders->setAccessibleName(tr("Folders"));
+  auto* column = new QVBoxLayout(this);
+  column->addWidget(title);
+  column->addWidget(Location());
+  column->addWidget(Folders());
+  column->addWidget(kit.List("File1"), 1);
+  auto* boxes = new QFormLayout;
+  boxes->addRow(tr("Pattern"), PatternBox());
+  boxes->addRow(tr("Name"), name);
+  column->addLayout(boxes);
+  column->addWidget(CasRow());
+  column->addWidget(error);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  buttons->addWidget(press);
+  buttons->addWidget(kit.Button("Frame1Cancel"));
+  column->addLayout(buttons);
+}
+
+QWidget* FilePanelFrame::Location() {
+  auto* place = new QWidget;
+  auto* row = new QHBoxLayout(place);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(new QLabel(tr("location")));
+  path->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  row->addWidget(path, 1);
+  return place;
+}
+
+FileList* FilePanelFrame::Folders() {
+  FileList* folders = kit.List("Dir1");
+  folders->SetOneClickOpens();
+  folders->SetIcons(FolderIcon);
   folders->setFlow(QListView::LeftToRight);
   folders->setWrapping(false);
   folders->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   folders->setFixedHeight(2 * fontMetrics().height() + style()->pixelMetric(QStyle::PM_ScrollBarExtent));
-  connect(folders, &QListWidget::itemActivated, this, &FilePanelFrame::FolderActivated);
-
-  files->setObjectName("File1");
-  files->setAccessibleName(tr("Files"));
-  connect(files, &QListWidget::currentItemChanged, this, [this](QListWidgetItem* item) {
-    if (item == nullptr) return;
-    m.panel.name = item->text().toStdString();
-    Pull();
-  });
-  connect(files, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) {
-    m.panel.name = item->text().toStdString();
-    Pull();
-  });
-  connect(files, &QListWidget::itemDoubleClicked, this, [this] { Press(); });
-  for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
-    auto* shortcut = new QShortcut(key, files, nullptr, nullptr, Qt::WidgetShortcut);
-    connect(shortcut, &QShortcut::activated, this, [this] { Press(); });
-  }
+  return folders;
 }
 
-QLineEdit* FilePanelFrame::AddBox(const char* objectName, const QString& accessibleName, std::string* field) {
-  auto* box = new QLineEdit(this);
-  box->setObjectName(objectName);
-  box->setAccessibleName(accessibleName);
-  if (field != nullptr) {
-    connect(box, &QLineEdit::textEdited, this, [field](const QString& text) { *field = text.toStdString(); });
-  }
-  connect(box, &QLineEdit::returnPressed, this, [this] { Press(); });
-  return box;
+// A pattern that was typed counts also when the box is left without Enter.
+QLineEdit* FilePanelFrame::PatternBox() {
+  QLineEdit* pattern = kit.Text("Text5");
+  connect(pattern, &QLineEdit::editingFinished, this, [this, pattern] {
+    if (!pattern->isModified()) return;
+    pattern->setModified(false);
+    kit.host.Act(kit.m, [this] { PressEnter(kit.m, kit.binder.Ref("Text5")); });
+  });
+  return pattern;
 }
 
-void FilePanelFrame::BuildBoxes() {
-  pattern = new QLineEdit(this);
-  pattern->setObjectName("Text5");
-  pattern->setAccessibleName(tr("Pattern of the listed files"));
-  connect(pattern, &QLineEdit::editingFinished, this, [this] { TakePattern(); });
-  name = AddBox("Text3", tr("File name"), &m.panel.name);
-
-  start = AddBox("Text6", tr("Start address"), &m.panel.boxes.Text6);
-  end = AddBox("Text7", tr("End address"), &m.panel.boxes.Text7);
-  word = AddBox("Text8", tr("Word at 1720"), &m.panel.boxes.Text8);
-  auto* row = new QHBoxLayout(casRow);
+QWidget* FilePanelFrame::CasRow() {
+  auto* boxes = new QWidget;
+  auto* row = new QHBoxLayout(boxes);
   row->setContentsMargins(0, 0, 0, 0);
-  row->addWidget(new QLabel(tr("Start"), casRow));
-  row->addWidget(start);
-  row->addWidget(new QLabel(tr("End"), casRow));
-  row->addWidget(end);
-  row->addWidget(new QLabel(tr("1720"), casRow));
-  row->addWidget(word);
-
-  error->setAccessibleName(tr("Error"));
-  error->setTextFormat(Qt::PlainText);
-  error->setStyleSheet("color: #b00020");
-  press->setObjectName("Command2");
-  press->setAccessibleName(tr("Do it"));
-  press->setAutoDefault(true);
-  connect(press, &QPushButton::clicked, this, [this] { Press(); });
-  cancel->setObjectName("Cancel");
-  cancel->setAccessibleName(tr("Cancel"));
-  cancel->setAutoDefault(true);
-  connect(cancel, &QPushButton::clicked, this, [this] { Cancel(); });
+  const std::pair<QString, const char*> texts[] = {
+      {tr("Start"), "Text6"}, {tr("End"), "Text7"}, {tr("1720"), "Text8"}};
+  for (const auto& [caption, control] : texts) {
+    row->addWidget(new QLabel(caption));
+    row->addWidget(kit.Text(control));
+  }
+  kit.binder.BindLook(kit.binder.Ref("Text6"), boxes);
+  return boxes;
 }
 
-void FilePanelFrame::Press() {
-  host.Guard([&] { FilePanelPress(m); });
-  Pull();
+QLabel* FilePanelFrame::Error() {
+  QLabel* label = kit.Label("Frame1Error");
+  label->setStyleSheet("color: #b00020");
+  label->setWordWrap(true);
+  return label;
 }
+
+QWidget* FilePanelFrame::FirstFocus() const { return name; }
 
 void FilePanelFrame::Cancel() {
-  m.panel.visible = false;
-  m.screen.focusPicD = true;
-  Pull();
+  kit.host.Act(kit.m, [this] { FilePanelCancel(kit.m); });
 }
 
-// A pattern that belongs to another kind of file changes what the button does; any other only filters the
-// list.
-void FilePanelFrame::TakePattern() {
-  ChoosePattern(m, pattern->text().toStdString());
-  Fill();
-  Pull();
-}
-
-// The list is filled anew, which must not happen under its own event. Where one click activates, the second
-// click of a double click would walk on to whatever lies under the mouse then.
-void FilePanelFrame::FolderActivated(QListWidgetItem* item) {
-  const bool oneClick =
-      style()->styleHint(QStyle::SH_ItemView_ActivateItemOnSingleClick, nullptr, folders) != 0;
-  if (oneClick && sinceWalk.isValid() && sinceWalk.elapsed() < QApplication::doubleClickInterval()) return;
-  sinceWalk.start();
-  const QString folderName = item->text();
-  QMetaObject::invokeMethod(
-      this, [this, folderName] { OpenFolder(folderName); }, Qt::QueuedConnection);
-}
-
-void FilePanelFrame::OpenFolder(const QString& folderName) {
-  QDir folder = Folder(m.panel);
-  if (!folder.cd(folderName)) {
-    m.panel.error = "This folder can't be opened.";
-  } else {
-    m.panel.folder = folder.absolutePath().toStdString();
-    m.panel.error.clear();
-  }
-  Pull();
-}
-
-void FilePanelFrame::Fill() {
-  const QDir folder = Folder(m.panel);
-  path->setText(QDir::toNativeSeparators(folder.absolutePath()));
-  path->setToolTip(path->text());
-
-  const QIcon folderIcon = style()->standardIcon(QStyle::SP_DirIcon);
-  folders->clear();
-  if (!folder.isRoot())
-    new QListWidgetItem(style()->standardIcon(QStyle::SP_FileDialogToParent), "..", folders);
-  for (const QString& entry :
-       folder.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name | QDir::IgnoreCase))
-    new QListWidgetItem(folderIcon, entry, folders);
-
-  const QSignalBlocker quiet(files);  // filling chooses nothing
-  files->clear();
-  for (const QString& entry : folder.entryList({pattern->text()}, QDir::Files, QDir::Name | QDir::IgnoreCase))
-    files->addItem(entry);
-}
-
-void FilePanelFrame::ShowBoxes() {
-  ShowText(name, ToQt(m.panel.name));
-  ShowText(start, ToQt(m.panel.boxes.Text6));
-  ShowText(end, ToQt(m.panel.boxes.Text7));
-  ShowText(word, ToQt(m.panel.boxes.Text8));
-  ShowText(error, ToQt(m.panel.error));
-  error->setVisible(!m.panel.error.empty());
-}
-
-void FilePanelFrame::Pull() {
-  if (!m.panel.visible) {
-    if (!isHidden()) hide();
-    return;
-  }
-  const bool opening = isHidden();
-  if (opening || filled != FilledFor(m.panel)) {
-    const bool other = !filled.starts_with(m.panel.caption + '\n' + m.panel.pattern + '\n');
-    filled = FilledFor(m.panel);
-    const QString caption = ToQt(m.panel.caption);
-    title->setText(caption + "  " + ToQt(m.panel.pattern));
+void FilePanelFrame::ShowRecord() {
+  const FilePanel& panel = kit.m.panel;
+  const QString caption = ToQt(panel.window.caption);
+  ShowText(title, caption + "  " + ToQt(panel.pattern));
+  if (press->text() != caption) {
     press->setText(caption);
     press->setAccessibleName(caption);
-    if (opening || other) pattern->setText(ToQt(m.panel.pattern));
-    casRow->setVisible(ShowsCasBoxes(m.panel));
-    Fill();
   }
-  ShowBoxes();
-  if (!opening) return;
-  show();
-  raise();
-  name->setFocus();
+  kit.binder.Pull();
+  path->setToolTip(path->text());
+  error->setVisible(!panel.error.empty());
 }
 
 }  // namespace quoll

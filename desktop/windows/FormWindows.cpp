@@ -1,17 +1,57 @@
 #include "desktop/windows/FormWindows.h"
 
+#include <array>
+
+#include "desktop/windows/ErrorSimWindow.h"
+#include "desktop/windows/FullScreenWindow.h"
+#include "desktop/windows/MainWindow.h"
+#include "desktop/windows/SoundWindow.h"
 #include "desktop/windows/TVCmonWindow.h"
 #include "desktop/windows/TapeWindow.h"
-#include "desktop/windows/SoundWindow.h"
+#include "machine/Machine.h"
 
 namespace quoll {
 
-std::vector<std::unique_ptr<FormWindow>> MakeFormWindows(QtHost& host, Machine& m) {
-  std::vector<std::unique_ptr<FormWindow>> windows;
-  windows.push_back(std::make_unique<TapeWindow>(host, m));
-  windows.push_back(std::make_unique<TVCmonWindow>(host, m));
-  windows.push_back(std::make_unique<SoundWindow>(host, m));
-  return windows;
+namespace {
+
+template <class Window>
+std::unique_ptr<FormWindow> Make(FormKit& kit) {
+  return std::make_unique<Window>(kit);
+}
+
+struct Line {
+  const Form* form;
+  std::unique_ptr<FormWindow> (*make)(FormKit& kit);
+};
+
+constexpr std::array kWindows{
+    Line{&kTScreen, Make<MainWindow>}, Line{&kFScreen, Make<FullScreenWindow>},
+    Line{&kTTape, Make<TapeWindow>},   Line{&kTVCmon, Make<TVCmonWindow>},
+    Line{&kFDXF, Make<SoundWindow>},   Line{&kErrorSim, Make<ErrorSimWindow>},
+};
+
+}  // namespace
+
+FormWindows::FormWindows(QtHost& hostOfWindows, Machine& machineOfWindows)
+    : host(hostOfWindows), m(machineOfWindows), made(kWindows.size()) {
+  host.AddView(this);
+}
+
+FormWindows::~FormWindows() { host.RemoveView(this); }
+
+void FormWindows::Pull(Machine& machine) {
+  for (size_t i = 0; i < made.size(); ++i) {
+    if (made[i].window != nullptr || !kWindows[i].form->state(machine)->visible) continue;
+    made[i].kit = std::make_unique<FormKit>(host, m, *kWindows[i].form);
+    made[i].window = kWindows[i].make(*made[i].kit);
+  }
+}
+
+FormWindow* FormWindows::Find(std::string_view form) const {
+  for (size_t i = 0; i < made.size(); ++i) {
+    if (kWindows[i].form->name == form) return made[i].window.get();
+  }
+  return nullptr;
 }
 
 }  // namespace quoll

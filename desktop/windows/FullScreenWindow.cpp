@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <cstring>
 
-#include "machine/Machine.h"
 #include "desktop/picture/WindowCanvas.h"
+#include "machine/Machine.h"
 
 namespace quoll {
 
@@ -62,7 +62,7 @@ bool FullPicture::event(QEvent* event) {
 
 void FullPicture::keyPressEvent(QKeyEvent* event) {
   if (event->key() != Qt::Key_Escape) return keys.Pressed(event);
-  m.windows.FScreen.visible = false;
+  LeaveFullScreen(m);
 }
 
 void FullPicture::keyReleaseEvent(QKeyEvent* event) { keys.Released(event); }
@@ -84,13 +84,10 @@ void FullPicture::focusOutEvent(QFocusEvent* event) {
   QWidget::focusOutEvent(event);
 }
 
-FullScreenWindow::FullScreenWindow(QtHost& hostOfWindow, Machine& machineOfWindow)
-    : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint),
-      m(machineOfWindow),
-      picture(new FullPicture(hostOfWindow, m, this)) {
-  setObjectName("FScreen");
+FullScreenWindow::FullScreenWindow(FormKit& kitOfWindow)
+    : FormWindow(kitOfWindow, Qt::Window | Qt::FramelessWindowHint), picture(new FullPicture(host, m, this)) {
+  escapeCloses = false;
   setAccessibleName(tr("Full screen"));
-  setWindowTitle("TVC");
   QPalette black = palette();
   black.setColor(QPalette::Window, Qt::black);
   setPalette(black);
@@ -103,29 +100,34 @@ QRect FullScreenWindow::PicturePlace(QSize screen) {
   return {(screen.width() - width) / 2, (screen.height() - height) / 2, width, height};
 }
 
-void FullScreenWindow::Pull(const QScreen& onScreen) {
-  WindowState& state = m.windows.FScreen;
-  if (!state.visible) return;
-  if (!isVisible()) {
-    setGeometry(onScreen.geometry());
-    showFullScreen();
-    state.raise = true;
-  }
-  if (state.raise) {
-    state.raise = false;
-    raise();
-    activateWindow();
-    picture->setFocus();
-  }
-  picture->ShowPicture();
+void FullScreenWindow::ShowRecord() { picture->ShowPicture(); }
+
+// It is shown before the main window goes, and goes after that one has come back.
+void FullScreenWindow::Appear() {
+  const QWidget* main = host.messageParent;
+  if (main != nullptr) setGeometry(main->screen()->geometry());
+  showFullScreen();
+  kit.State().raise = true;
+  picture->setFocus();
+  m.screen.window.visible = false;
+}
+
+void FullScreenWindow::Vanish() {
+  m.screen.window.visible = true;
+  if (host.messageParent == nullptr || host.messageParent->isVisible()) hide();
 }
 
 // Closed by the host's means: the main window comes back as with Escape.
 void FullScreenWindow::closeEvent(QCloseEvent* event) {
-  m.windows.FScreen.visible = false;
+  LeaveFullScreen(m);
   event->ignore();
 }
 
 void FullScreenWindow::resizeEvent(QResizeEvent* event) { picture->setGeometry(PicturePlace(event->size())); }
+
+void LeaveFullScreen(Machine& m) {
+  m.fscreen.window.visible = false;
+  m.screen.window.visible = true;
+}
 
 }  // namespace quoll

@@ -5,14 +5,15 @@
 #include <QWidget>
 #include <cstdint>
 
+#include "desktop/kit/FormWindow.h"
 #include "desktop/picture/MachineKeys.h"
-
-class QScreen;
 
 namespace quoll {
 
 // FPic1: shows the last finished picture of PicD, stretched to its own size.
 class FullPicture : public QWidget {
+  Q_OBJECT
+
  public:
   FullPicture(QtHost& hostOfWindow, Machine& machineOfWindow, QWidget* parent);
 
@@ -36,27 +37,28 @@ class FullPicture : public QWidget {
   uint32_t shown = 0;
 };
 
-class FullScreenWindow : public QWidget {
- public:
-  FullScreenWindow(QtHost& hostOfWindow, Machine& machineOfWindow);
+// Stands in for the main window, which it hides while it is shown.
+class FullScreenWindow : public FormWindow {
+  Q_OBJECT
 
-  // Shows the window on that screen when the record asks for it, and its newest picture.
-  void Pull(const QScreen& onScreen);
-  // It stands in for the main window.
-  bool HidMain() const { return isVisible(); }
-  // After the main window has come back.
-  void Leave() { hide(); }
+ public:
+  explicit FullScreenWindow(FormKit& kitOfWindow);
 
   // The picture's place on a screen of this size: both sides rounded down to a multiple of 8, in the middle.
   static QRect PicturePlace(QSize screen);
 
  protected:
+  void ShowRecord() override;
+  void Appear() override;
+  void Vanish() override;
   void closeEvent(QCloseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  Machine& m;
   FullPicture* picture;
 };
+
+// Leaves the full screen for the main window.
+void LeaveFullScreen(Machine& m);
 
 }  // namespace quoll

@@ -1,35 +1,31 @@
 // TScreen: the main window with its menus, the picture, the panels and the speed display.
 #pragma once
 
-#include <QMainWindow>
-#include <memory>
-#include <vector>
+#include <string_view>
 
-#include "desktop/QtHost.h"
+#include "desktop/kit/FormWindow.h"
 
 class QAction;
-class QLabel;
+class QMenuBar;
 
 namespace quoll {
 
 class AboutPanel;
-class ErrorSimWindow;
 class FilePanelFrame;
-class FullScreenWindow;
 class PictureBox;
 class SpeedBar;
-struct MenuItem;
 
-class MainWindow : public QMainWindow, public RecordView {
+class MainWindow : public FormWindow {
+  Q_OBJECT
+
  public:
-  MainWindow(QtHost& hostOfWindow, Machine& machineOfWindow);
+  explicit MainWindow(FormKit& kitOfWindow);
   ~MainWindow() override;
-
-  void Pull(Machine& machine) override;
 
   // Action of the menu entry of that name, nullptr for none.
   QAction* Action(std::string_view name) const;
 
+  QMenuBar* Menus() const { return menus; }
   PictureBox* Picture() const { return picture; }
   FilePanelFrame* Files() const { return files; }
   AboutPanel* About() const { return about; }
@@ -39,41 +35,25 @@ class MainWindow : public QMainWindow, public RecordView {
   static constexpr QSize kOuterSize{648, 640};
 
  protected:
+  void ShowRecord() override;
+  void Appear() override;
   void closeEvent(QCloseEvent* event) override;
   bool eventFilter(QObject* object, QEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
 
  private:
-  void BuildMenus();
-  void BuildStatus();
-  void Click(const MenuItem& item);
-  void PullMenus();
-  void PullWindows();
+  QWidget* StatusAndSpeed();
   void TakeOuterSize();
   void LayOut();
 
-  QtHost& host;
-  Machine& m;
+  QMenuBar* menus;
   QWidget* inside;  // the window without its menu: the picture, and the panels over it
   PictureBox* picture;
   FilePanelFrame* files;
   AboutPanel* about;
-  QLabel* status = nullptr;      // Label1
-  QLabel* speedText = nullptr;   // Text1
   SpeedBar* speedBar = nullptr;  // Shape4
-  std::unique_ptr<FullScreenWindow> fullScreen;
-  std::unique_ptr<ErrorSimWindow> errorSim;
-
-  struct Entry {
-    const MenuItem* item;
-    QAction* action;
-  };
-  std::vector<Entry> entries;
-  QMargins frame;  // for which the outer size was last taken
-  bool maximisedBefore = false;
-  QPoint placeBefore;     // on the screen, before full screen
-  QSize sizeTaken{0, 0};  // the size it gave; another one is the user's choice
+  OuterSize outerSize;
 };
 
 }  // namespace quoll

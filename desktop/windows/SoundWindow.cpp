@@ -1,52 +1,34 @@
 #include "desktop/windows/SoundWindow.h"
 
 #include <QCheckBox>
-#include <QCloseEvent>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 
-#include "machine/Machine.h"
-#include "desktop/widgets/ScopeBox.h"
-
 namespace quoll {
 
-SoundWindow::SoundWindow(QtHost& hostOfWindow, Machine& machineOfWindow)
-    : FormWindow(hostOfWindow, machineOfWindow, &Windows::FDXF, "FDXF"),
-      left(new ScopeBox("PL", tr("Left channel"))),
-      right(new ScopeBox("PR", tr("Right channel"))) {
+SoundWindow::SoundWindow(FormKit& kitOfWindow) : FormWindow(kitOfWindow) {
+  constexpr ScopeBox kBox{.units = {222, 64}, .zoom = 2, .dots = true};
   escapeCloses = false;  // too easily pressed for what closing brings
-  setWindowTitle("Paiplag");
-  setAccessibleName(windowTitle());
-  auto* count = new QLineEdit;
-  count->setObjectName("TextR");
-  count->setAccessibleName(tr("Blocks delivered"));
+  QLineEdit* count = kit.Text("TextR");
   count->setAlignment(Qt::AlignRight);
   count->setFixedWidth(fontMetrics().horizontalAdvance("000000000000"));
-  binder.Bind("TextR", count);
 
   auto* grid = new QGridLayout(this);
   auto* row = new QHBoxLayout;
-  row->addWidget(Add<QPushButton>("cmdStartPlay", "Play"));
-  row->addWidget(Add<QPushButton>("Cstop", "Stop"));
+  row->addWidget(kit.Button("cmdStartPlay"));
+  row->addWidget(kit.Button("Cstop"));
   row->addStretch();
-  row->addWidget(Add<QCheckBox>("Check7", "Osc", tr("Oscilloscope")));
+  row->addWidget(kit.Check("Check7"));
   row->addWidget(new QLabel(tr("Blocks")));
   row->addWidget(count);
   grid->addLayout(row, 0, 0, 1, 2);
   grid->addWidget(new QLabel("L"), 1, 0);
-  grid->addWidget(left, 1, 1);
+  grid->addWidget(kit.Scope("PL", 0, kBox), 1, 1);
   grid->addWidget(new QLabel("R"), 2, 0);
-  grid->addWidget(right, 2, 1);
+  grid->addWidget(kit.Scope("PR", 0, kBox), 2, 1);
   grid->setSizeConstraint(QLayout::SetFixedSize);
-}
-
-void SoundWindow::ShowRecord() {
-  if (drawings == m.fdxf.drawings) return;
-  drawings = m.fdxf.drawings;
-  left->Draw(m.fdxf.drawn, 0);
-  right->Draw(m.fdxf.drawn, 1);
 }
 
 void SoundWindow::closeEvent(QCloseEvent* event) {

@@ -5,21 +5,15 @@
 
 namespace quoll {
 
-class ScopeBox;
-
 class SoundWindow : public FormWindow {
+  Q_OBJECT
+
  public:
-  SoundWindow(QtHost& hostOfWindow, Machine& machineOfWindow);
+  explicit SoundWindow(FormKit& kitOfWindow);
 
  protected:
-  void ShowRecord() override;
   // The sound output is what drives the machine: without its window the program ends.
   void closeEvent(QCloseEvent* event) override;
-
- private:
-  ScopeBox* left;
-  ScopeBox* right;
-  uint32_t drawings = 0;  // of the record, as last shown
 };
 
 }  // namespace quoll

@@ -4,8 +4,9 @@
 #include <map>
 #include <memory>
 
-#include "machine/Machine.h"
 #include "display/Keyboard.h"
+#include "forms/PicD.h"
+#include "machine/Machine.h"
 
 namespace quoll {
 namespace {

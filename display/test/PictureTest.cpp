@@ -6,6 +6,7 @@
 
 #include "display/Refresh.h"
 #include "display/test/SlowPicture.h"
+#include "loop/Redraw.h"
 
 namespace quoll::test {
 namespace {

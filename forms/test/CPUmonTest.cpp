@@ -4,8 +4,10 @@
 #include <limits>
 #include <memory>
 
-#include "machine/Machine.h"
 #include "forms/CPUmon.h"
+#include "forms/Forms.h"
+#include "loop/MissingOP.h"
+#include "machine/Machine.h"
 
 namespace quoll::test {
 namespace {
@@ -31,10 +33,9 @@ class Monitor : public testing::Test {
   }
 
   void Press(std::string_view name) {
-    const Control* button = FindControl("CPUmon", name);
-    ASSERT_NE(button, nullptr) << name;
-    ASSERT_EQ(button->kind, ControlKind::Button) << name;
-    ControlChanged(*m, *button);
+    const ControlRef button = TheControl("CPUmon", name);
+    ASSERT_EQ(button.control->kind, ControlKind::Button) << name;
+    quoll::Press(*m, button);
   }
 
   MonitorHost host;
@@ -47,7 +48,7 @@ TEST_F(Monitor, MissingOpSaysSoAndGoesOn) {
   const Z80State before = m->z80;
   MissingOP(*m);
   EXPECT_EQ(m->screen.Label1, "Unknown Opcode!");
-  EXPECT_EQ(m->screen.Caption, "Unknown Opcode!");
+  EXPECT_EQ(m->screen.window.caption, "Unknown Opcode!");
   Z80State expected = before;
   expected.PC = 0x1234;
   expected.PrefixState = 0;
@@ -65,26 +66,26 @@ TEST_F(Monitor, MissingOpSaysSoAndGoesOn) {
 TEST_F(Monitor, MissingOpComesBackAfterAnotherText) {
   MissingOP(*m);
   m->screen.Label1 = "other";
-  m->screen.Caption = "another";
+  m->screen.window.caption = "another";
   MissingOP(*m);
   EXPECT_EQ(m->screen.Label1, "Unknown Opcode!");
-  EXPECT_EQ(m->screen.Caption, "Unknown Opcode!");
+  EXPECT_EQ(m->screen.window.caption, "Unknown Opcode!");
 }
 
 TEST_F(Monitor, RunZeroesTheCountsAndReturnsWhenTheLoopEnds) {
   m->run.Cycles = 777;
   m->run.TotalCycles = 888;
-  m->cpumon.Command1Color = CPUmon::kRed;
+  m->cpumon.Command1Look.back = kRed;
   int32_t colour = 0;
   host.atFrameEnd = [&](Machine& machine) {
-    colour = machine.cpumon.Command1Color;
+    colour = machine.cpumon.Command1Look.back;
     EXPECT_EQ(machine.run.CpuRunning, 1);
     if (host.frames == 3) machine.run.CpuRunning = 0;
   };
   Press("Command1");
   EXPECT_EQ(host.frames, 3);
   EXPECT_EQ(colour, 0xC0C0C0);
-  EXPECT_EQ(m->cpumon.Command1Color, 0xFF);
+  EXPECT_EQ(m->cpumon.Command1Look.back, 0xFF);
   EXPECT_EQ(m->run.TotalCycles, 3 * 62500);
   // NOPs of 4 T-states from a count of 0: each frame ends with the first multiple of 4 above its end.
   EXPECT_EQ(m->run.FrameClock, m->run.Cycles);
@@ -103,21 +104,21 @@ TEST_F(Monitor, StepMakesOnePassAndDrawsThePicture) {
   m->run.CpuRunning = 1;
   m->z80.PC = 0x100;
   const uint32_t pictures = m->picture.shown;
-  const int32_t redraws = m->cpumon.redraws;
+  const uint32_t redraws = m->cpumon.redraws;
   Press("Command7");
   EXPECT_EQ(m->z80.PC, 0x101);
   EXPECT_EQ(m->run.CpuRunning, 0);
   EXPECT_EQ(m->run.FrameClock, 4);
   EXPECT_EQ(m->picture.shown, pictures + 1);
   EXPECT_EQ(m->cpumon.redraws, redraws + 1);  // the loop's end
-  EXPECT_EQ(m->cpumon.Command1Color, 0xFF);
+  EXPECT_EQ(m->cpumon.Command1Look.back, 0xFF);
 }
 
 TEST_F(Monitor, RequestsAreOnlyStored) {
   Press("Command5");
   EXPECT_EQ(m->run.ResetRequest, 1);
   EXPECT_EQ(m->run.NmiRequest, 0);
-  EXPECT_EQ(m->cpumon.redraws, 1);
+  EXPECT_EQ(m->cpumon.redraws, 1U);
   Press("Command2");
   EXPECT_EQ(m->run.NmiRequest, 1);
 
@@ -130,13 +131,10 @@ TEST_F(Monitor, RequestsAreOnlyStored) {
 }
 
 TEST_F(Monitor, DebugArmsTheBreakpoint) {
-  const Control* debug = FindControl("CPUmon", "Check4");
-  ASSERT_NE(debug, nullptr);
-  m->cpumon.Check4 = true;
-  ControlChanged(*m, *debug);
+  const ControlRef debug = TheControl("CPUmon", "Check4");
+  SetTick(*m, debug, true);
   EXPECT_EQ(m->run.BreakArmed, 1);
-  m->cpumon.Check4 = false;
-  ControlChanged(*m, *debug);
+  SetTick(*m, debug, false);
   EXPECT_EQ(m->run.BreakArmed, 0);
 }
 
@@ -145,7 +143,7 @@ TEST_F(Monitor, PokeStoresThroughTheBus) {
   m->cpumon.Text13 = "171";
   Press("Command3");
   EXPECT_EQ(m->MemImage[0x4321], 171);
-  EXPECT_EQ(m->cpumon.redraws, 1);
+  EXPECT_EQ(m->cpumon.redraws, 1U);
 
   m->PortShadow[2] = 0x00;  // system ROM in page 0, which ignores it
   RenewPages(*m);
@@ -165,9 +163,9 @@ TEST_F(Monitor, PokeStoresThroughTheBus) {
 }
 
 TEST_F(Monitor, CountsItsRedraws) {
-  m->cpumon.redraws = std::numeric_limits<int32_t>::max();
-  CPUmon_redraw(*m);
-  EXPECT_EQ(m->cpumon.redraws, std::numeric_limits<int32_t>::min());
+  m->cpumon.redraws = std::numeric_limits<uint32_t>::max();
+  CPUmon_redraw(m->cpumon);
+  EXPECT_EQ(m->cpumon.redraws, 0U);
 }
 
 }  // namespace

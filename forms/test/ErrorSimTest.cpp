@@ -2,13 +2,14 @@
 
 #include <cmath>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
-#include "machine/Machine.h"
-#include "forms/ErrorSim.h"
 #include "display/test/SlowPicture.h"
+#include "forms/ErrorSim.h"
+#include "forms/Forms.h"
+#include "loop/Redraw.h"
+#include "machine/Machine.h"
 
 namespace quoll::test {
 namespace {
@@ -162,35 +163,31 @@ TEST_F(ErrorRedraw, NotWithoutTheScreenTick) {
 }
 
 TEST_F(ErrorRedraw, Controls) {
-  const auto find = [](std::string_view name) -> const Control& {
-    for (const Control& control : ErrorSimControls())
-      if (control.name == name) return control;
-    throw std::runtime_error("no control " + std::string(name));
+  EXPECT_EQ(kErrorSim.controls.size(), 7U);
+  const auto field = [this](std::string_view name, int index = 0) {
+    return FieldOf<bool>(m, TheControl("ErrorSim", name, index));
   };
-  EXPECT_EQ(ErrorSimControls().size(), 7U);
-  EXPECT_EQ(std::get<bool*>(find("Check1").field(m)), &m.errorsim.Check1);
-  EXPECT_EQ(std::get<bool*>(find("Check2").field(m)), &m.errorsim.Check2);
-  EXPECT_EQ(std::get<bool*>(find("Check3").field(m)), &m.errorsim.Check3);
-  EXPECT_EQ(std::get<bool*>(find("Check4").field(m)), &m.errorsim.Check4);
-  EXPECT_EQ(std::get<bool*>(find("Check5").field(m)), &m.errorsim.Check5);
-  const auto bits = std::get<std::span<bool>>(find("CH0").field(m));
-  EXPECT_EQ(bits.data(), m.errorsim.CH0.data());
-  EXPECT_EQ(bits.size(), 8U);
-  const Control& option = find("Option1");
-  const auto options = std::get<std::span<bool>>(option.field(m));
-  EXPECT_EQ(options.data(), m.errorsim.Option1.data());
-  EXPECT_EQ(options.size(), 3U);
-  EXPECT_EQ(option.kind, ControlKind::Option);
+  EXPECT_EQ(field("Check1"), &m.errorsim.Check1);
+  EXPECT_EQ(field("Check2"), &m.errorsim.Check2);
+  EXPECT_EQ(field("Check3"), &m.errorsim.Check3);
+  EXPECT_EQ(field("Check4"), &m.errorsim.Check4);
+  EXPECT_EQ(field("Check5"), &m.errorsim.Check5);
+  for (int i = 0; i < 8; ++i) EXPECT_EQ(field("CH0", i), &m.errorsim.CH0[static_cast<size_t>(i)]);
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(field("Option1", i), &m.errorsim.Option1[static_cast<size_t>(i)]);
+  EXPECT_EQ(field("CH0", 8), nullptr);
+  EXPECT_EQ(field("Option1", 3), nullptr);
+  EXPECT_EQ(TheControl("ErrorSim", "Option1").control->kind, ControlKind::Option);
 
-  options[2] = true;
-  option.changed(m, 2);
+  const auto choose = [this](int option, bool on) {
+    SetTick(m, TheControl("ErrorSim", "Option1", option), on);
+  };
+  choose(2, true);
   EXPECT_EQ(m.errorsim.Option1, (std::array<bool, 3>{false, false, true}));
-  options[1] = true;
-  option.changed(m, 1);
+  choose(1, true);
   EXPECT_EQ(m.errorsim.Option1, (std::array<bool, 3>{false, true, false}));
-  option.changed(m, 0);  // not set: nothing was chosen
-  option.changed(m, -1);
-  option.changed(m, 3);
+  choose(0, false);  // not set: nothing was chosen
+  choose(-1, true);
+  choose(3, true);
   EXPECT_EQ(m.errorsim.Option1, (std::array<bool, 3>{false, true, false}));
 }
 

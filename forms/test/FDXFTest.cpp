@@ -4,8 +4,9 @@
 #include <memory>
 #include <vector>
 
-#include "machine/Machine.h"
 #include "forms/FDXF.h"
+#include "forms/Forms.h"
+#include "machine/Machine.h"
 
 namespace quoll {
 namespace {
@@ -39,7 +40,7 @@ struct Fdxf : testing::Test {
   std::unique_ptr<Machine> machine = std::make_unique<Machine>(host);
   Machine& m = *machine;
 
-  void Press(const char* name) { ControlChanged(m, *FindControl("FDXF", name)); }
+  void Press(const char* name) { quoll::Press(m, TheControl("FDXF", name)); }
 };
 
 TEST_F(Fdxf, TheHandlerGivesTheBlockAndLetsTheMachineGoOn) {
@@ -54,7 +55,7 @@ TEST_F(Fdxf, TheHandlerGivesTheBlockAndLetsTheMachineGoOn) {
   EXPECT_EQ(m.fdxf.TextR, "1");
   DirectSoundPlay_NeedWavData(m, data);
   EXPECT_EQ(m.fdxf.TextR, "2");
-  EXPECT_EQ(m.fdxf.drawings, 0U);
+  EXPECT_EQ(m.fdxf.PL.drawings, 0U);
 }
 
 TEST_F(Fdxf, ItGivesNoMoreThanThereIsRoomForOrABlockHas) {
@@ -89,22 +90,36 @@ TEST_F(Fdxf, TheOscilloscopeShowsWhatIsDelivered) {
   m.fdxf.Check7 = true;
   m.mixer.BlockBuffer.fill(200);
   ForceNeedWavData(m);
-  EXPECT_EQ(m.fdxf.drawings, 1U);
-  EXPECT_EQ(m.fdxf.drawn, m.mixer.BlockBuffer);
+  EXPECT_EQ(m.fdxf.PL.drawings, 1U);
+  EXPECT_EQ(m.fdxf.PR.drawings, 1U);
+  EXPECT_EQ(m.fdxf.PL.y, std::vector<float>(2205, 12.0F));
+  EXPECT_EQ(m.fdxf.PR.y, std::vector<float>(2205, 12.0F));
   m.fdxf.Check7 = false;
   m.mixer.BlockBuffer.fill(100);
   ForceNeedWavData(m);
-  EXPECT_EQ(m.fdxf.drawings, 1U);
-  EXPECT_EQ(m.fdxf.drawn[0], 200);  // it stands
+  EXPECT_EQ(m.fdxf.PL.drawings, 1U);
+  EXPECT_EQ(m.fdxf.PL.y[0], 12.0F);  // it stands
 }
 
 TEST_F(Fdxf, PointsOfTheOscilloscope) {
-  EXPECT_EQ(ScopePointAt(0, 0).x, 0.0F);
-  EXPECT_EQ(ScopePointAt(0, 0).y, 62.0F);
-  EXPECT_EQ(ScopePointAt(10, 128).x, 0.5F);
-  EXPECT_EQ(ScopePointAt(10, 128).y, 30.0F);
-  EXPECT_EQ(ScopePointAt(4408, 255).x, 220.4F);
-  EXPECT_EQ(ScopePointAt(4408, 255).y, -1.75F);
+  m.fdxf.Check7 = true;
+  m.mixer.BlockBuffer.fill(0);
+  m.mixer.BlockBuffer[10] = 128;
+  m.mixer.BlockBuffer[4408] = 255;
+  m.mixer.BlockBuffer[13] = 4;
+  ForceNeedWavData(m);
+  const Trace& left = m.fdxf.PL;
+  const Trace& right = m.fdxf.PR;
+  EXPECT_FLOAT_EQ(left.step * 5, 0.5F);
+  EXPECT_FLOAT_EQ(left.step * 2204, 220.4F);
+  EXPECT_EQ(right.step, left.step);
+  ASSERT_EQ(left.y.size(), 2205U);
+  ASSERT_EQ(right.y.size(), 2205U);
+  EXPECT_EQ(left.y[0], 62.0F);
+  EXPECT_EQ(left.y[5], 30.0F);
+  EXPECT_EQ(left.y[2204], -1.75F);
+  EXPECT_EQ(right.y[6], 61.0F);
+  EXPECT_EQ(right.y[5], 62.0F);
 }
 
 TEST_F(Fdxf, PlayInitializesAndPlays) {

@@ -1,13 +1,15 @@
 // Recording of the sound output by the SAA1099's window, and what it shows of the blocks.
-#include "media/test/Bench.h"
+#include "forms/Forms.h"
 #include "forms/Fsaa.h"
+#include "loop/SoundFrame.h"
+#include "media/test/Bench.h"
 
 namespace quoll::test {
 
 namespace {
 
 struct FsaaTest : Bench {
-  void Press() { ControlChanged(m, *FindControl("Fsaa", "Command1")); }
+  void Press() { quoll::Press(m, TheControl("Fsaa", "Command1")); }
 
   // A block of this byte, taken by the output.
   void Block(uint8_t byte) {
@@ -23,11 +25,11 @@ TEST_F(FsaaTest, EachBlockGoesToTheSamePlaceOfATemplatesCopy) {
   WriteAll(Path("techno.wav"), model);
   WriteAll(Path("record.wav"), Bytes(20, 1));
   WriteAll(Path("saa.dat"), Bytes(20, 1));
-  EXPECT_EQ(m.fsaa.Command1Color, 16777215);
+  EXPECT_EQ(m.fsaa.Command1Look.back, 16777215);
   Block(3);
   EXPECT_EQ(ReadAll(Path("record.wav")), Bytes(20, 1));
   Press();
-  EXPECT_EQ(m.fsaa.Command1Color, 255);
+  EXPECT_EQ(m.fsaa.Command1Look.back, 255);
   EXPECT_EQ(ReadAll(Path("record.wav")), model);
   EXPECT_EQ(ReadAll(Path("saa.dat")), Bytes());
   Block(11);
@@ -36,7 +38,7 @@ TEST_F(FsaaTest, EachBlockGoesToTheSamePlaceOfATemplatesCopy) {
   std::fill(expected.begin() + 44, expected.begin() + 4454, uint8_t{22});
   EXPECT_EQ(ReadAll(Path("record.wav")), expected);
   Press();
-  EXPECT_EQ(m.fsaa.Command1Color, 16777215);
+  EXPECT_EQ(m.fsaa.Command1Look.back, 16777215);
   Block(33);
   EXPECT_EQ(ReadAll(Path("record.wav")), expected);
   EXPECT_EQ(ReadAll(Path("saa.dat")), Bytes());

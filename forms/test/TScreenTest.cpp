@@ -9,10 +9,11 @@
 #include <memory>
 #include <vector>
 
+#include "forms/Forms.h"
+#include "forms/TScreen.h"
+#include "loop/RunLoop.h"
 #include "machine/Machine.h"
 #include "machine/MachineInit.h"
-#include "loop/RunLoop.h"
-#include "forms/TScreen.h"
 
 namespace quoll::test {
 namespace {
@@ -61,16 +62,17 @@ class Screen : public testing::Test {
   }
 
   void Click(std::string_view name) {
-    const MenuItem* item = FindMenuItem(name);
-    ASSERT_NE(item, nullptr) << name;
-    ClickMenu(*m, *item);
+    const ControlRef item = TheControl("TScreen", name);
+    ASSERT_EQ(item.control->kind, ControlKind::Menu) << name;
+    Press(*m, item);
   }
 
   // All ticks by name.
   std::map<std::string, bool> Ticks() const {
     std::map<std::string, bool> ticks;
-    for (const MenuItem& item : MenuItems()) {
-      if (item.tick != nullptr) ticks[std::string(item.name)] = m->screen.*item.tick;
+    for (const Control& item : kTScreen.controls) {
+      const bool* tick = FieldOf<bool>(*m, {&kTScreen, &item});
+      if (item.kind == ControlKind::Menu && tick != nullptr) ticks[std::string(item.name)] = *tick;
     }
     return ticks;
   }
@@ -139,17 +141,18 @@ TEST(Menu, StandsInItsOrder) {
       {"Help", "xHelp", "Help"},
   };
   std::vector<Entry> actual;
-  for (const MenuItem& item : MenuItems()) {
-    actual.push_back({std::string(item.menu), std::string(item.name), std::string(item.caption)});
+  for (const Control& item : kTScreen.controls) {
+    if (item.kind == ControlKind::Menu)
+      actual.push_back({std::string(item.menu), std::string(item.name), std::string(item.caption)});
   }
   EXPECT_EQ(actual, expected);
   for (const Entry& entry : expected) {
-    const MenuItem* item = FindMenuItem(entry.name);
+    const Control* item = FindControl("TScreen", entry.name);
     ASSERT_NE(item, nullptr);
     EXPECT_EQ(item->caption, entry.caption);
   }
-  EXPECT_EQ(FindMenuItem("xBASIC"), nullptr);
-  EXPECT_EQ(FindMenuItem(""), nullptr);
+  EXPECT_EQ(FindControl("TScreen", "xBASIC"), nullptr);
+  EXPECT_EQ(FindControl("TScreen", ""), nullptr);
 }
 
 TEST_F(Screen, StartsWithItsDefaults) {
@@ -326,7 +329,7 @@ TEST_F(Screen, SpeedsExcludeEachOther) {
   for (const std::string name : {"xS2", "xS3", "xS4"}) {
     m->screen.xS1 = m->screen.xS2 = m->screen.xS3 = m->screen.xS4 = true;
     m->screen.xS6 = true;
-    m->cpumon.HScroll1 = 77;
+    m->cpumon.HScroll1.value = 77;
     Click(name);
     auto ticks = Ticks();
     for (const std::string& other : names) EXPECT_FALSE(ticks[other]) << name << " " << other;
@@ -335,7 +338,7 @@ TEST_F(Screen, SpeedsExcludeEachOther) {
     for (const std::string& other : names) EXPECT_EQ(ticks[other], other == name) << name << " " << other;
     EXPECT_TRUE(ticks["xS6"]);
     const int scroll = name == "xS3" ? 2 : name == "xS4" ? 4 : 77;
-    EXPECT_EQ(m->cpumon.HScroll1, scroll) << name;
+    EXPECT_EQ(m->cpumon.HScroll1.value, scroll) << name;
     EXPECT_EQ(m->run.CpuRunning, 1) << name;  // speeds change ticks and nothing else
   }
 }
@@ -355,14 +358,14 @@ TEST(PortLog, EmptiesItselfAtItsLimits) {
   EXPECT_EQ(log.count, 36U);
   LogPortWrite(log, 9);
   EXPECT_EQ(log.count, 1U);
-  EXPECT_EQ(log.Text(0), "W9");
+  EXPECT_EQ(log.Entry(0), "W9");
   for (int i = 0; i < 100; ++i) LogPortRead(log, 255);
   EXPECT_EQ(log.count, 101U);
-  EXPECT_EQ(log.Text(100), "R255");
+  EXPECT_EQ(log.Entry(100), "R255");
   LogPortRead(log, 0);
   EXPECT_EQ(log.count, 1U);
-  EXPECT_EQ(log.Text(0), "R0");
-  EXPECT_EQ(log.Text(1), "");
+  EXPECT_EQ(log.Entry(0), "R0");
+  EXPECT_EQ(log.Entry(1), "");
 }
 
 TEST(PortLog, FollowsTheListBox) {
@@ -381,7 +384,7 @@ TEST(PortLog, FollowsTheListBox) {
       slow.Add("W" + std::to_string(port), 35);
     }
     ASSERT_EQ(log.count, slow.lines.size());
-    for (uint32_t line = 0; line < log.count; ++line) ASSERT_EQ(log.Text(line), slow.lines[line]);
+    for (uint32_t line = 0; line < log.count; ++line) ASSERT_EQ(log.Entry(line), slow.lines[line]);
   }
 }
 

@@ -1,4 +1,5 @@
 // The tape deck's form.
+#include "forms/Forms.h"
 #include "forms/TTape.h"
 #include "media/test/Bench.h"
 
@@ -9,11 +10,12 @@ namespace {
 struct TTapeTest : Bench {
   TTape& form = m.ttape;
 
-  void Press(const char* name) { ControlChanged(m, *FindControl("TTape", name)); }
+  void Press(const char* name) { quoll::Press(m, TheControl("TTape", name)); }
   void Choose(const std::string& file) {
-    form.File1 = file;
-    Press("File1");
+    const auto entry = std::ranges::find(form.File1.entries, file) - form.File1.entries.begin();
+    EXPECT_TRUE(ChooseEntry(m, TheControl("TTape", "File1"), static_cast<int32_t>(entry))) << file;
   }
+  void Tick() { TheControl("TTape", "Timer1").control->timer(m, 0); }
   void Motor(bool on) { m.PortShadow[5] = on ? 0x40 : 0xBF; }
   void Wave(const std::string& name, const Bytes& samples) {
     Bytes file(44 + samples.size(), 0);
@@ -25,16 +27,17 @@ struct TTapeTest : Bench {
 TEST_F(TTapeTest, AChosenFileIsTheTapeAtItsFirstSample) {
   Wave("one.wav", {255, 0});
   Wave("two.wav", {0, 255});
+  Press("Command9");
   form.Label1 = "77";
   Choose("one.wav");
   EXPECT_EQ(form.Label1, "0");
   EXPECT_EQ(form.Label3, "one.wav");
-  EXPECT_EQ(TapeRead(m), 1);
-  EXPECT_EQ(TapeRead(m), 0);
+  EXPECT_EQ(TapeRead(m.tape), 1);
+  EXPECT_EQ(TapeRead(m.tape), 0);
   Choose("two.wav");
   EXPECT_EQ(form.Label3, "two.wav");
-  EXPECT_EQ(TapeRead(m), 0);
-  EXPECT_EQ(TapeRead(m), 1);
+  EXPECT_EQ(TapeRead(m.tape), 0);
+  EXPECT_EQ(TapeRead(m.tape), 1);
 }
 
 TEST_F(TTapeTest, TheListIsThatOfTheFilePanelsFolder) {
@@ -44,7 +47,7 @@ TEST_F(TTapeTest, TheListIsThatOfTheFilePanelsFolder) {
   Press("Command9");
   m.panel.folder = Path("elsewhere");  // the list still shows the other one
   Choose("x.wav");
-  EXPECT_EQ(TapeRead(m), 1);
+  EXPECT_EQ(TapeRead(m.tape), 1);
   EXPECT_EQ(Names(), (std::vector<std::string>{"tapes"}));
 }
 
@@ -57,13 +60,14 @@ TEST_F(TTapeTest, KeysWindAndRewind) {
   for (const auto& [key, speed, rewinds] :
        {Case{"Command1", -40, true}, Case{"Command2", 10, false}, Case{"Command3", 40, true}}) {
     Wave("tape.wav", {255, 0, 0});
+    Press("Command9");
     Choose("tape.wav");
-    TapeRead(m);
+    TapeRead(m.tape);
     form.Label1 = form.Label2 = "9";
     form.WindSpeed = 3;
     Press(key);
     EXPECT_EQ(form.WindSpeed, speed) << key;
-    EXPECT_EQ(TapeRead(m), rewinds ? 1 : 0) << key;
+    EXPECT_EQ(TapeRead(m.tape), rewinds ? 1 : 0) << key;
     EXPECT_EQ(form.Label1, "0") << key;
     EXPECT_EQ(form.Label2, "9") << key;
   }
@@ -71,41 +75,44 @@ TEST_F(TTapeTest, KeysWindAndRewind) {
 
 TEST_F(TTapeTest, TheSecondDeckRewindsTheOneTapeThereIs) {
   Wave("tape.wav", {255, 0});
+  Press("Command9");
   Choose("tape.wav");
-  TapeRead(m);
+  TapeRead(m.tape);
   form.Label1 = form.Label2 = "9";
   form.WindSpeed = 3;
   Press("Command8");
-  EXPECT_EQ(TapeRead(m), 1);
+  EXPECT_EQ(TapeRead(m.tape), 1);
   EXPECT_EQ(form.Label1, "9");
   EXPECT_EQ(form.Label2, "0");
   EXPECT_EQ(form.WindSpeed, 3);
 }
 
 TEST_F(TTapeTest, EjectShowsTheListAnew) {
-  EXPECT_FALSE(form.listShown);
+  EXPECT_FALSE(form.File1Look.visible);
   Press("Command9");
-  EXPECT_TRUE(form.listShown);
-  const uint32_t refreshes = form.listRefreshes;
+  EXPECT_TRUE(form.File1Look.visible);
+  EXPECT_TRUE(form.File1.entries.empty());
+  Wave("new.wav", {});
+  EXPECT_TRUE(form.File1.entries.empty());
   Press("Command9");
-  EXPECT_EQ(form.listRefreshes, refreshes + 1);
+  EXPECT_EQ(form.File1.entries, std::vector<std::string>{"new.wav"});
 }
 
 TEST_F(TTapeTest, TheCounterFollowsTheMotor) {
   Motor(false);
-  TTape_Timer1(m);
+  Tick();
   EXPECT_EQ(form.Label1, "0");
   EXPECT_EQ(form.playSpeed, 0);
   EXPECT_EQ(form.phase, 0);
   Motor(true);
-  for (int i = 0; i < 12; ++i) TTape_Timer1(m);
+  for (int i = 0; i < 12; ++i) Tick();
   EXPECT_EQ(form.Label1, "12");
   EXPECT_EQ(form.Label2, "12");
   EXPECT_EQ(form.playSpeed, 2);
   EXPECT_EQ(form.phase, 24);
   EXPECT_EQ(ReelPicture(form), 2);
   Motor(false);
-  TTape_Timer1(m);
+  Tick();
   EXPECT_EQ(form.Label1, "12");
   EXPECT_EQ(form.phase, 24);
 }
@@ -119,7 +126,7 @@ TEST_F(TTapeTest, ReelsWindAndComeToRest) {
       form.WindSpeed = start;
       int speed = start, sum = 7;
       for (int tick = 0; tick < 60; ++tick) {
-        TTape_Timer1(m);
+        Tick();
         sum += speed + (motor ? 2 : 0);
         if (speed != 0) speed += speed > 0 ? -1 : 1;
         ASSERT_EQ(form.WindSpeed, speed);

@@ -3,9 +3,9 @@
 
 #include <memory>
 
+#include "forms/TVCmon.h"
 #include "machine/Machine.h"
 #include "machine/Ports.h"
-#include "forms/TVCmon.h"
 
 namespace quoll {
 namespace {
@@ -15,44 +15,48 @@ struct TVCmonSound : testing::Test {
   std::unique_ptr<Machine> machine = std::make_unique<Machine>(host);
   Machine& m = *machine;
 
-  SoundFields With(uint8_t port4, uint8_t port5, uint8_t port6) {
+  const TVCmon& Shown() {
+    TVCmon_redraw(m);
+    return m.tvcmon;
+  }
+  const TVCmon& With(uint8_t port4, uint8_t port5, uint8_t port6) {
     m.PortShadow[4] = port4;
     m.PortShadow[5] = port5;
     m.PortShadow[6] = port6;
-    return ReadSoundFields(m);
+    return Shown();
   }
 };
 
 TEST_F(TVCmonSound, SoundFrame) {
   m.run.ToneItCounter = -12;
-  SoundFields fields = With(0x2C, 0xFA, 0xFF);
+  const TVCmon& fields = With(0x2C, 0xFA, 0xFF);
   EXPECT_EQ(fields.Pitch, "A2C");
   EXPECT_EQ(fields.Volume, "15");
   EXPECT_EQ(fields.SoundIT, "1");
   EXPECT_EQ(fields.OutEnable, "1");
   EXPECT_EQ(fields.Counter, "-12");
-  EXPECT_TRUE(fields.active);
-  fields = With(0x05, 0xC0, 0x83);
+  EXPECT_TRUE(fields.SoundLamp[TVCmon::kActiveLamp]);
+  With(0x05, 0xC0, 0x83);
   EXPECT_EQ(fields.Pitch, "005");
   EXPECT_EQ(fields.Volume, "0");
   EXPECT_EQ(fields.SoundIT, "0");
   EXPECT_EQ(fields.OutEnable, "0");
-  EXPECT_FALSE(fields.active);
+  EXPECT_FALSE(fields.SoundLamp[TVCmon::kActiveLamp]);
 }
 
 TEST_F(TVCmonSound, LampOfTheTone) {
-  EXPECT_TRUE(With(0xF0, 0x1F, 0).active);   // pitch 4080
-  EXPECT_FALSE(With(0xF1, 0x1F, 0).active);  // the first one that is too high
-  EXPECT_FALSE(With(0xF0, 0x0F, 0).active);
+  EXPECT_TRUE(With(0xF0, 0x1F, 0).SoundLamp[TVCmon::kActiveLamp]);   // pitch 4080
+  EXPECT_FALSE(With(0xF1, 0x1F, 0).SoundLamp[TVCmon::kActiveLamp]);  // the first one that is too high
+  EXPECT_FALSE(With(0xF0, 0x0F, 0).SoundLamp[TVCmon::kActiveLamp]);
 }
 
 TEST_F(TVCmonSound, LampOfTheInterrupt) {
   m.PortShadow[kStatusPort] = 0xFF;
-  EXPECT_FALSE(ReadSoundFields(m).irq);
+  EXPECT_FALSE(Shown().SoundLamp[TVCmon::kIrqLamp]);
   m.PortShadow[kStatusPort] = 0xEF;
-  EXPECT_TRUE(ReadSoundFields(m).irq);
+  EXPECT_TRUE(Shown().SoundLamp[TVCmon::kIrqLamp]);
   m.PortShadow[kStatusPort] = 0xF0;  // the cards' flags have lamps of their own
-  EXPECT_FALSE(ReadSoundFields(m).irq);
+  EXPECT_FALSE(Shown().SoundLamp[TVCmon::kIrqLamp]);
 }
 
 }  // namespace

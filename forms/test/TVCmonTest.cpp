@@ -2,9 +2,10 @@
 
 #include <memory>
 
-#include "machine/Machine.h"
-#include "loop/RunLoop.h"
+#include "forms/Forms.h"
 #include "forms/TVCmon.h"
+#include "loop/RunLoop.h"
+#include "machine/Machine.h"
 
 namespace quoll::test {
 namespace {
@@ -19,12 +20,10 @@ TEST(TVCmon, StartsWithBothInterruptBoxesTicked) {
 TEST(TVCmon, ControlsReachTheirOwnFields) {
   Host host;
   const auto m = std::make_unique<Machine>(host);
-  ASSERT_EQ(TVCmonControls().size(), 3U);
   bool* const fields[] = {&m->tvcmon.Check1, &m->tvcmon.Check2, &m->tvcmon.Check3};
   const char* const names[] = {"Check1", "Check2", "Check3"};
   for (size_t i = 0; i < 3; ++i) {
-    EXPECT_EQ(TVCmonControls()[i].name, names[i]);
-    EXPECT_EQ(std::get<bool*>(TVCmonControls()[i].field(*m)), fields[i]);
+    EXPECT_EQ(FieldOf<bool>(*m, TheControl("TVCmon", names[i])), fields[i]);
   }
 }
 

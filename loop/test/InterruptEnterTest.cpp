@@ -2,8 +2,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "machine/Ports.h"
 #include "loop/Interrupts.h"
+#include "machine/Ports.h"
 #include "z80/test/PassBench.h"
 
 namespace quoll::z80test {

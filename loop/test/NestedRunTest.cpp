@@ -1,4 +1,5 @@
 // The loop entered again from its own pump, and machines that change under it.
+#include "forms/Forms.h"
 #include "machine/MachineInit.h"
 #include "testkit/TestMachine.h"
 
@@ -17,11 +18,7 @@ std::unique_ptr<Machine> PumpedMachine(CoreHost& host) {
   return m;
 }
 
-void Click(Machine& m, const char* name) {
-  const MenuItem* item = FindMenuItem(name);
-  ASSERT_NE(item, nullptr);
-  ClickMenu(m, *item);
-}
+void Click(Machine& m, const char* name) { Press(m, TheControl("TScreen", name)); }
 
 TEST(NestedRunTest, StepInsideARunEndsIt) {
   CoreHost host;
@@ -32,7 +29,7 @@ TEST(NestedRunTest, StepInsideARunEndsIt) {
     EXPECT_EQ(machine.z80.PC, 0x1002);
     EXPECT_EQ(machine.run.PcHistory[9], 0x1001);
     EXPECT_EQ(machine.run.Cycles, 5);  // the inner pass has folded what the outer one had counted
-    EXPECT_EQ(machine.cpumon.Command1Color, CPUmon::kRed);
+    EXPECT_EQ(machine.cpumon.Command1Look.back, kRed);
   };
   RunOn(*m);
   EXPECT_EQ(m->z80.PC, 0x1002);
@@ -41,7 +38,7 @@ TEST(NestedRunTest, StepInsideARunEndsIt) {
   EXPECT_EQ(m->run.TotalCycles, 62500);
   EXPECT_EQ(host.frames, 1);
   EXPECT_EQ(m->run.CpuRunning, 0);
-  EXPECT_EQ(m->cpumon.redraws, 2);
+  EXPECT_EQ(m->cpumon.redraws, 2U);
   // PrevPc is one for both loops: the outer pass finds that of the inner one.
   EXPECT_EQ(m->run.PcHistory[9], 0x1001);
   EXPECT_EQ(m->run.PcHistory[8], 0x1001);
@@ -57,7 +54,7 @@ TEST(NestedRunTest, PauseInThePumpEndsTheRun) {
   EXPECT_EQ(m->z80.PC, 0x1001);
   EXPECT_EQ(m->run.CpuRunning, 0);
   EXPECT_TRUE(m->screen.xS1);
-  EXPECT_EQ(m->cpumon.redraws, 1);
+  EXPECT_EQ(m->cpumon.redraws, 1U);
   // Taking the tick off enters the loop, which goes on from there until somebody stops it.
   host.onPump = nullptr;
   host.framesAllowed = 3;
@@ -87,7 +84,7 @@ TEST(NestedRunTest, PauseAndOnInOnePumpRunsOnTopOfTheOuterLoop) {
   RunOn(*m);
   EXPECT_EQ(host.frames, 4);
   EXPECT_EQ(m->run.TotalCycles, 4 * 62500);
-  EXPECT_EQ(m->cpumon.redraws, 2);
+  EXPECT_EQ(m->cpumon.redraws, 2U);
   // From 1 on 15625 NOPs fill each of the three inner frames exactly.
   EXPECT_EQ(m->run.FrameClock, 1);
   EXPECT_EQ(m->z80.PC, 0x1001 + 3 * 15625);
@@ -110,8 +107,8 @@ TEST(NestedRunTest, RunInsideARun) {
   RunOn(*m);
   EXPECT_EQ(depth, 2);
   EXPECT_EQ(host.frames, 2);
-  EXPECT_EQ(m->cpumon.redraws, 2);
-  EXPECT_EQ(m->cpumon.Command1Color, CPUmon::kRed);
+  EXPECT_EQ(m->cpumon.redraws, 2U);
+  EXPECT_EQ(m->cpumon.Command1Look.back, kRed);
 }
 
 // The inner loop has its own memory of when it drew: at the same millisecond it draws again.

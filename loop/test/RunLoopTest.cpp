@@ -30,14 +30,14 @@ TEST(RunLoopTest, WithoutCpuRunningItIsOnePass) {
 TEST(RunLoopTest, ItsEndColoursTheRunButtonAndShowsTheProcessor) {
   CoreHost host;
   const auto m = RamMachine(host);
-  m->cpumon.Command1Color = CPUmon::kButtonFace;
+  m->cpumon.Command1Look.back = kButtonFace;
   Step(*m);
-  EXPECT_EQ(m->cpumon.Command1Color, 0xFF);
-  EXPECT_EQ(m->cpumon.redraws, 1);
-  m->cpumon.Command1Color = CPUmon::kButtonFace;
+  EXPECT_EQ(m->cpumon.Command1Look.back, 0xFF);
+  EXPECT_EQ(m->cpumon.redraws, 1U);
+  m->cpumon.Command1Look.back = kButtonFace;
   RunOn(*m);
-  EXPECT_EQ(m->cpumon.Command1Color, 0xFF);
-  EXPECT_EQ(m->cpumon.redraws, 2);
+  EXPECT_EQ(m->cpumon.Command1Look.back, 0xFF);
+  EXPECT_EQ(m->cpumon.redraws, 2U);
 }
 
 TEST(RunLoopTest, RunZeroesTheCountsAndStepDoesNot) {
@@ -50,13 +50,13 @@ TEST(RunLoopTest, RunZeroesTheCountsAndStepDoesNot) {
   EXPECT_EQ(m->run.Cycles, 504);
   EXPECT_EQ(m->run.TotalCycles, 125000);
   host.onFrameEnded = [](Machine& machine) {
-    EXPECT_EQ(machine.cpumon.Command1Color, CPUmon::kButtonFace);
+    EXPECT_EQ(machine.cpumon.Command1Look.back, kButtonFace);
     EXPECT_EQ(machine.run.CpuRunning, 1);
   };
   CPUmon_Command1_Click(*m);  // from 62494 to 62502
   EXPECT_EQ(m->run.Cycles, 8);
   EXPECT_EQ(m->run.TotalCycles, 62500);
-  EXPECT_EQ(m->cpumon.Command1Color, 0xFF);
+  EXPECT_EQ(m->cpumon.Command1Look.back, 0xFF);
 }
 
 TEST(RunLoopTest, RIsMaskedAfterEachPass) {
@@ -299,7 +299,7 @@ int32_t StopsAt(const std::string& text, bool armed, bool address, int32_t start
   Put(*m, start + 0x10, {0xFD, 0xF3});
   RunOn(*m);
   const bool hit = m->z80.PC != start + 0x12;
-  EXPECT_EQ(m->cpumon.redraws, hit ? 2 : 1);  // at the hit, and at the end of the loop
+  EXPECT_EQ(m->cpumon.redraws, hit ? 2U : 1U);  // at the hit, and at the end of the loop
   EXPECT_EQ(m->run.CpuRunning, 0);
   EXPECT_EQ(m->run.PcHistory[9], m->z80.PC - (hit ? 1 : 2));  // the pass that reached it is in the history
   return m->z80.PC;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/Host.h"
+#include "loop/SoundFrame.h"
 #include "machine/Machine.h"
 #include "sound/Mixer.h"
 

@@ -3,9 +3,9 @@
 
 #include <memory>
 
+#include "loop/RunLoop.h"
 #include "machine/Machine.h"
 #include "machine/MachineInit.h"
-#include "loop/RunLoop.h"
 
 namespace quoll::test {
 

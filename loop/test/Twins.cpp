@@ -1,8 +1,8 @@
 #include "loop/test/Twins.h"
 
+#include "loop/RunLoop.h"
 #include "machine/MachineInit.h"
 #include "machine/Ports.h"
-#include "loop/RunLoop.h"
 
 namespace quoll::test {
 
@@ -321,11 +321,11 @@ void Twins::ExpectEqual(const std::string& what) const {
   EXPECT_EQ(m.tape.TapeOutPos, model.TapeOutPos) << what;
   EXPECT_EQ(m.mixer.FrameInBlock, model.FrameInBlock) << what;
   EXPECT_EQ(m.screen.Label1, model.Label1) << what;
-  EXPECT_EQ(m.printer.Text1.size(), model.Printed.size()) << what;
+  EXPECT_EQ(m.printer.printed.size(), model.Printed.size()) << what;
   EXPECT_EQ(host.messages, static_cast<int>(model.Messages.size())) << what;
   ASSERT_EQ(m.screen.List1.count, model.List1.size()) << what;
   for (uint32_t i = 0; i < m.screen.List1.count; ++i)
-    EXPECT_EQ(m.screen.List1.Text(i), model.List1[i]) << what;
+    EXPECT_EQ(m.screen.List1.Entry(i), model.List1[i]) << what;
 }
 
 }  // namespace quoll::test

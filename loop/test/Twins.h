@@ -7,8 +7,8 @@
 #include <random>
 #include <string>
 
-#include "machine/Machine.h"
 #include "loop/test/oracle/LiteralMachine.h"
+#include "machine/Machine.h"
 
 namespace quoll::test {
 

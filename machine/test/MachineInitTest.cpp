@@ -345,7 +345,7 @@ TEST(MachineInitTest, WhatItLeavesAlone) {
   m->tone.lastLevel = 35;
   m->tone.DacSlots.fill(17);
   m->mixer.FrameInBlock = 3;
-  m->printer.Text1 = "printed";
+  m->printer.printed = "printed";
   m->pen = {12, 34};
   m->palette.PalNextLine = 77;
   m->palette.BorderLines.fill(128);

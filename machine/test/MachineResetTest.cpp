@@ -1,6 +1,7 @@
 // The reset, and the menu items that build a new machine under a running one.
 #include <algorithm>
 
+#include "forms/Forms.h"
 #include "machine/MachineInit.h"
 #include "testkit/TestMachine.h"
 
@@ -75,7 +76,7 @@ TEST(MachineResetTest, WhatItLeavesAlone) {
   m->tone.lastLevel = 35;
   m->tone.DacSlots.fill(17);
   m->mixer.FrameInBlock = 3;
-  m->printer.Text1 = "printed";
+  m->printer.printed = "printed";
   m->pen = {12, 34};
   m->palette.PalNextLine = 77;
   m->tape.Level = 1;
@@ -147,11 +148,7 @@ std::unique_ptr<Machine> SystemMachine(const System& system, Host& host) {
   return m;
 }
 
-void Click(Machine& m, const char* name) {
-  const MenuItem* item = FindMenuItem(name);
-  ASSERT_NE(item, nullptr) << name;
-  ClickMenu(m, *item);
-}
+void Click(Machine& m, const char* name) { Press(m, TheControl("TScreen", name)); }
 
 TEST(MachineResetTest, TheFirstInstructionIsThatOfTheSystemRom) {
   const System system;

@@ -91,7 +91,7 @@ TEST(PortsTest, WritesKeepAndLogWhatTheyShould) {
       for (size_t i = 0; i < 256; ++i) EXPECT_EQ(m->PortShadow[i], expected[i]) << "shadow " << i;
       ASSERT_EQ(m->screen.List1.count, logged ? 1U : 0U);
       if (logged) {
-        EXPECT_EQ(m->screen.List1.Text(0), "W" + std::to_string(port));
+        EXPECT_EQ(m->screen.List1.Entry(0), "W" + std::to_string(port));
       }
     }
   }
@@ -105,7 +105,7 @@ TEST(PortsTest, WritesTouchOnlyTheirOwnDevice) {
     const auto m = RamMachine(host);
     m->run.FrameClock = 30000;
     m->z80.IrqLine = 1;
-    m->printer.Text1 = "x";
+    m->printer.printed = "x";
     m->crtc.CrtcRegs[18] = 5;
     const auto before = std::make_unique<Machine>(*m);
     Out(*m, port, 0x2A);
@@ -190,7 +190,7 @@ TEST(PortsTest, PortSixStrobesThePrinterAndTakesASample) {
         ASSERT_EQ(m->tone.DacSlots[i], expected) << "clock " << clock << " value " << value << " slot " << i;
       }
       const bool strobe = value < 0x80;
-      EXPECT_EQ(m->printer.Text1, strobe ? "Q" : "");
+      EXPECT_EQ(m->printer.printed, strobe ? "Q" : "");
       EXPECT_EQ(Shadow(*m, 0x59), strobe ? 0x7F : 0xFF);
       EXPECT_EQ(Shadow(*m, 0x06), value);
     }
@@ -207,7 +207,7 @@ TEST(PortsTest, ThePrinterGetsTheLatchOncePerStrobe) {
     Out(*m, 0x06, 0x00);
     Out(*m, 0x06, 0x80);
   }
-  EXPECT_EQ(m->printer.Text1, "A\nB\r.");
+  EXPECT_EQ(m->printer.printed, "A\nB\r.");
 }
 
 TEST(PortsTest, ReadsWithoutAFunctionGive255AndAreLogged) {
@@ -222,7 +222,7 @@ TEST(PortsTest, ReadsWithoutAFunctionGive255AndAreLogged) {
     ASSERT_EQ(m->screen.List1.count, function ? 0U : 1U);
     if (function) continue;
     EXPECT_EQ(value, 255);
-    EXPECT_EQ(m->screen.List1.Text(0), "R" + std::to_string(port));
+    EXPECT_EQ(m->screen.List1.Entry(0), "R" + std::to_string(port));
     EXPECT_TRUE(m->PortShadow == before->PortShadow);
     EXPECT_TRUE(m->z80 == before->z80);
     EXPECT_TRUE(m->crtc == before->crtc);
@@ -310,8 +310,8 @@ TEST(PortsTest, ToneCounterIsReloadedByARead) {
 
 void ExpectLog(const Machine& m, uint32_t count, const std::string& last) {
   ASSERT_EQ(m.screen.List1.count, count);
-  EXPECT_EQ(m.screen.List1.Text(count - 1), last);
-  EXPECT_EQ(m.screen.List1.Text(count), "");
+  EXPECT_EQ(m.screen.List1.Entry(count - 1), last);
+  EXPECT_EQ(m.screen.List1.Entry(count), "");
 }
 
 TEST(PortsTest, WritesEmptyTheLogPast35Lines) {

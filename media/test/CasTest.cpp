@@ -206,13 +206,15 @@ TEST_F(CasTest, TheBoxesShowThePointers) {
   m.MemImage[0x1723] = 0x19;
   m.MemImage[0x1726] = 0xFF;
   m.MemImage[0x1727] = 0xFF;
-  const CasBoxes boxes = ReadCasBoxes(m);
-  EXPECT_EQ(boxes.Text6, "6639");
-  EXPECT_EQ(boxes.Text7, "65535");
-  EXPECT_EQ(boxes.Text8, "4660");
+  std::string start, end, word;
+  ReadCasBoxes(m, start, end, word);
+  EXPECT_EQ(start, "6639");
+  EXPECT_EQ(end, "65535");
+  EXPECT_EQ(word, "4660");
   // With the ROM at that place it is the ROM that is read.
   m.PortShadow[2] = 0x00;
-  EXPECT_EQ(ReadCasBoxes(m).Text6, "0");
+  ReadCasBoxes(m, start, end, word);
+  EXPECT_EQ(start, "0");
 }
 
 TEST_F(CasTest, TheBoxesAreReadAndWrittenBack) {
@@ -232,11 +234,10 @@ TEST_F(CasTest, TheBoxesAreReadAndWrittenBack) {
       {"program", "&H", {0x19EF, 0}, "6639", "0"},
   };
   for (const Case& c : cases) {
-    CasBoxes boxes{c.start, c.end, "untouched"};
-    EXPECT_EQ(UseCasBoxes(boxes), c.range) << c.start << " " << c.end;
-    EXPECT_EQ(boxes.Text6, c.startAfter);
-    EXPECT_EQ(boxes.Text7, c.endAfter);
-    EXPECT_EQ(boxes.Text8, "untouched");
+    std::string start = c.start, end = c.end;
+    EXPECT_EQ(UseCasBoxes(start, end), c.range) << c.start << " " << c.end;
+    EXPECT_EQ(start, c.startAfter);
+    EXPECT_EQ(end, c.endAfter);
   }
 }
 

@@ -75,7 +75,7 @@ TEST_F(PicturesTest, ThePrinterAndTheSoundHearNothingOfTheMode) {
   const Tone before = m.tone;
   WriteAll("a.tim", Tim(2, {}));
   LoadTIM(m, Path("a.tim"));
-  EXPECT_EQ(m.printer.Text1, "");
+  EXPECT_EQ(m.printer.printed, "");
   EXPECT_EQ(m.tone, before);
 }
 

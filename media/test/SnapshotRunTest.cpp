@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <random>
 
+#include "loop/Redraw.h"
 #include "loop/RunLoop.h"
 #include "media/Snapshot.h"
 #include "media/test/SnapshotFields.h"

@@ -226,7 +226,10 @@ TEST_F(SnapshotTest, AMissingFileIsRefusedAndNotMade) {
   EXPECT_FALSE(LoadSnapShot(m, ""));
   ExpectSameHeld(m, *before);
   ASSERT_EQ(host.boxes.size(), 3U);
-  for (const auto& box : host.boxes) EXPECT_EQ(box.text, "Snapshot not valid!");
+  EXPECT_EQ(host.boxes[0].text, Path("none.tvs") + ": No such file or directory");
+  EXPECT_EQ(host.boxes[1].text, folder.string() + ": it is a directory");
+  EXPECT_EQ(host.boxes[2].text, ": No such file or directory");
+  for (const auto& box : host.boxes) EXPECT_EQ(box.title, "Error");
   EXPECT_TRUE(Names().empty());
 }
 

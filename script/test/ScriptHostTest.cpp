@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "machine/Machine.h"
 #include "loop/RunLoop.h"
+#include "machine/Machine.h"
 #include "script/ScriptHost.h"
 
 namespace quoll::test {

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "sound/WavImage.h"
 #include "core/WaveHeader.h"
+#include "sound/WavImage.h"
 
 namespace quoll {
 namespace {

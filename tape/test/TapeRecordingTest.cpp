@@ -1,8 +1,10 @@
 // Recording: "save.wav" with the edges, "record.wav" with the tone generator, byte for byte.
-#include "machine/Ports.h"
+#include "forms/Forms.h"
 #include "loop/RunLoop.h"
-#include "tape/Tape.h"
+#include "loop/SoundFrame.h"
+#include "machine/Ports.h"
 #include "media/test/Bench.h"
+#include "tape/Tape.h"
 
 namespace quoll::test {
 
@@ -35,10 +37,7 @@ struct TapeRecording : Bench {
     int32_t value = 0;
     PortOut(m, 0x50, value);
   }
-  void Record(bool on) {
-    m.tvcmon.Check1 = on;
-    ControlChanged(m, *FindControl("TVCmon", "Check1"));
-  }
+  void Record(bool on) { SetTick(m, TheControl("TVCmon", "Check1"), on); }
 };
 
 TEST_F(TapeRecording, HeadersStandAtOnce) {
@@ -119,7 +118,7 @@ TEST_F(TapeRecording, EdgesOfAFrameThatNeverEndsReachTheDisk) {
   Edge(1000);
   Edge(1800);  // ten samples and one
   EXPECT_EQ(ReadAll(Path("save.wav")).size(), 44U);
-  TapeFlush(m);
+  TapeFlush(m.tape);
   const Bytes file = ReadAll(Path("save.wav"));
   EXPECT_EQ(file.size(), static_cast<size_t>(m.tape.TapeOutPos) - 1);
   ASSERT_GE(file.size(), 44U + 12U);
@@ -160,11 +159,11 @@ TEST_F(TapeRecording, WhatIsBeingSavedCanBeHeardAsATape) {
   m.tape.TapeLastCycle = 0;
   m.tape.TapeLevel = Tape::kLow;
   Edge(80);
-  TapeOpen(m, "save.wav");
-  TapeRewind(m);
-  EXPECT_EQ(TapeRead(m), 1);
-  EXPECT_EQ(TapeRead(m), 1);
-  EXPECT_EQ(TapeRead(m), 0);
+  TapeOpen(m.tape, "save.wav");
+  TapeRewind(m.tape);
+  EXPECT_EQ(TapeRead(m.tape), 1);
+  EXPECT_EQ(TapeRead(m.tape), 1);
+  EXPECT_EQ(TapeRead(m.tape), 0);
 }
 
 TEST_F(TapeRecording, StartedTwiceBeginsAnew) {

@@ -1,10 +1,11 @@
 // Reading and writing of the tape, sample by sample.
 #include <sys/stat.h>
 
-#include "machine/Ports.h"
+#include "forms/Forms.h"
 #include "loop/RunLoop.h"
-#include "tape/Tape.h"
+#include "machine/Ports.h"
 #include "media/test/Bench.h"
+#include "tape/Tape.h"
 
 namespace quoll::test {
 
@@ -20,7 +21,7 @@ Bytes Wave(const Bytes& samples) {
 struct TapeTest : Bench {
   void Put(const Bytes& file, const std::string& name = "tape.wav") {
     WriteAll(Path(name), file);
-    TapeOpen(m, Path(name));
+    TapeOpen(m.tape, Path(name));
   }
   int Read(int port = 0x59) { return (PortIn(m, port) & 0x20) != 0 ? 1 : 0; }
   void Edge(int32_t clock, int port = 0x50) {
@@ -28,23 +29,20 @@ struct TapeTest : Bench {
     int32_t value = 0;
     PortOut(m, port, value);
   }
-  void Record(bool on) {
-    m.tvcmon.Check1 = on;
-    ControlChanged(m, *FindControl("TVCmon", "Check1"));
-  }
+  void Record(bool on) { SetTick(m, TheControl("TVCmon", "Check1"), on); }
 };
 
 TEST_F(TapeTest, EverySampleHasItsLevel) {
   Bytes samples(256);
   for (size_t i = 0; i < samples.size(); ++i) samples[i] = static_cast<uint8_t>(i);
   Put(Wave(samples));
-  TapeRewind(m);
-  for (int i = 0; i < 256; ++i) EXPECT_EQ(TapeRead(m), i > 90 ? 1 : 0) << i;
+  TapeRewind(m.tape);
+  for (int i = 0; i < 256; ++i) EXPECT_EQ(TapeRead(m.tape), i > 90 ? 1 : 0) << i;
 }
 
 TEST_F(TapeTest, OneSampleForEachReadOfEitherPort) {
   Put(Wave({255, 90, 91, 0, 200}));
-  TapeRewind(m);
+  TapeRewind(m.tape);
   EXPECT_EQ(Read(0x59), 1);
   EXPECT_EQ(Read(0x5D), 0);
   EXPECT_EQ(Read(0x5D), 1);
@@ -59,7 +57,7 @@ TEST_F(TapeTest, OneSampleForEachReadOfEitherPort) {
 
 TEST_F(TapeTest, TheMotorHasNoSay) {
   Put(Wave({255, 0, 255}));
-  TapeRewind(m);
+  TapeRewind(m.tape);
   for (const int level : {1, 0, 1}) {
     m.PortShadow[5] = level != 0 ? 0 : 0x40;
     EXPECT_EQ(Read(), level);
@@ -72,67 +70,67 @@ TEST_F(TapeTest, OpenedAtItsFirstByteRewoundToItsFirstSample) {
   file.push_back(255);
   file.push_back(2);
   Put(file);
-  for (int i = 0; i < 43; ++i) EXPECT_EQ(TapeRead(m), 1) << i;
-  EXPECT_EQ(TapeRead(m), 0);
-  EXPECT_EQ(TapeRead(m), 1);
-  TapeRewind(m);
-  EXPECT_EQ(TapeRead(m), 1);
-  EXPECT_EQ(TapeRead(m), 0);
-  EXPECT_EQ(TapeRead(m), 0);
+  for (int i = 0; i < 43; ++i) EXPECT_EQ(TapeRead(m.tape), 1) << i;
+  EXPECT_EQ(TapeRead(m.tape), 0);
+  EXPECT_EQ(TapeRead(m.tape), 1);
+  TapeRewind(m.tape);
+  EXPECT_EQ(TapeRead(m.tape), 1);
+  EXPECT_EQ(TapeRead(m.tape), 0);
+  EXPECT_EQ(TapeRead(m.tape), 0);
 }
 
 TEST_F(TapeTest, LongTapesComeInOrder) {
   const Bytes samples = Pattern(3 * TapeInput::kChunk + 123);
   Put(Wave(samples));
-  TapeRewind(m);
-  for (size_t i = 0; i < samples.size(); ++i) ASSERT_EQ(TapeRead(m), samples[i] > 90 ? 1 : 0) << i;
-  for (int i = 0; i < 5; ++i) EXPECT_EQ(TapeRead(m), 0);
+  TapeRewind(m.tape);
+  for (size_t i = 0; i < samples.size(); ++i) ASSERT_EQ(TapeRead(m.tape), samples[i] > 90 ? 1 : 0) << i;
+  for (int i = 0; i < 5; ++i) EXPECT_EQ(TapeRead(m.tape), 0);
 }
 
 TEST_F(TapeTest, ShortFilesHaveNoSamples) {
   for (const size_t size : {0U, 1U, 43U, 44U}) {
     Put(Bytes(size, 255));
-    TapeRewind(m);
-    EXPECT_EQ(TapeRead(m), 0) << size;
-    TapeOpen(m, Path("tape.wav"));
-    EXPECT_EQ(TapeRead(m), size > 0 ? 1 : 0) << size;
+    TapeRewind(m.tape);
+    EXPECT_EQ(TapeRead(m.tape), 0) << size;
+    TapeOpen(m.tape, Path("tape.wav"));
+    EXPECT_EQ(TapeRead(m.tape), size > 0 ? 1 : 0) << size;
   }
 }
 
 TEST_F(TapeTest, NoTapeReadsZero) {
-  EXPECT_EQ(TapeRead(m), 0);
-  TapeRewind(m);
+  EXPECT_EQ(TapeRead(m.tape), 0);
+  TapeRewind(m.tape);
   EXPECT_EQ(Read(), 0);
   EXPECT_EQ(Names(), std::vector<std::string>());
 }
 
 TEST_F(TapeTest, AMissingFileIsMadeEmpty) {
-  TapeOpen(m, Path("new.wav"));
+  TapeOpen(m.tape, Path("new.wav"));
   EXPECT_EQ(Names(), std::vector<std::string>{"new.wav"});
   EXPECT_EQ(ReadAll(Path("new.wav")), Bytes());
-  EXPECT_EQ(TapeRead(m), 0);
+  EXPECT_EQ(TapeRead(m.tape), 0);
   // What is put into it later is there after a rewind.
   WriteAll(Path("new.wav"), Wave({255}));
-  EXPECT_EQ(TapeRead(m), 0);
-  TapeRewind(m);
-  EXPECT_EQ(TapeRead(m), 1);
+  EXPECT_EQ(TapeRead(m.tape), 0);
+  TapeRewind(m.tape);
+  EXPECT_EQ(TapeRead(m.tape), 1);
 }
 
 TEST_F(TapeTest, TheFirstTapeIsThatOfTheProgramFolder) {
   std::filesystem::create_directory(folder / "program");
   m.programFolder = Path("program");
-  TapeOpenFirst(m);
+  TapeOpenFirst(m.tape, m.programFolder);
   EXPECT_EQ(ReadAll(Path("program/load.wav")), Bytes());
   WriteAll(Path("program/load.wav"), {255, 0});
-  TapeOpenFirst(m);
-  EXPECT_EQ(TapeRead(m), 1);
-  EXPECT_EQ(TapeRead(m), 0);
+  TapeOpenFirst(m.tape, m.programFolder);
+  EXPECT_EQ(TapeRead(m.tape), 1);
+  EXPECT_EQ(TapeRead(m.tape), 0);
 }
 
 TEST_F(TapeTest, AReadOnlyFolderHasAnEmptyTape) {
   const ReadOnlyFolder readOnly(folder);
-  TapeOpenFirst(m);
-  EXPECT_EQ(TapeRead(m), 0);
+  TapeOpenFirst(m.tape, m.programFolder);
+  EXPECT_EQ(TapeRead(m.tape), 0);
   EXPECT_TRUE(host.boxes.empty());
   EXPECT_EQ(Names(), std::vector<std::string>());
 }
@@ -142,37 +140,37 @@ TEST_F(TapeTest, WhatIsNoOrdinaryFilePlaysAsEmpty) {
   ASSERT_EQ(mkfifo(Path("pipe.wav").c_str(), 0600), 0);
   for (const std::string& name : {Path("folder.wav"), Path("pipe.wav"), Path("none/such.wav"),
                                   std::string("/dev/zero"), std::string(), std::string("a\0b", 3)}) {
-    TapeOpen(m, name);
-    EXPECT_EQ(TapeRead(m), 0) << name;
+    TapeOpen(m.tape, name);
+    EXPECT_EQ(TapeRead(m.tape), 0) << name;
   }
   EXPECT_TRUE(host.boxes.empty());
 }
 
 TEST_F(TapeTest, ANewTapeTakesThePlaceOfTheOld) {
   Put(Wave(Bytes(100, 255)), "one.wav");
-  TapeRewind(m);
-  EXPECT_EQ(TapeRead(m), 1);
+  TapeRewind(m.tape);
+  EXPECT_EQ(TapeRead(m.tape), 1);
   Put(Wave({255, 0, 255}), "two.wav");
-  TapeRewind(m);
-  EXPECT_EQ(TapeRead(m), 1);
-  EXPECT_EQ(TapeRead(m), 0);
-  EXPECT_EQ(TapeRead(m), 1);
-  EXPECT_EQ(TapeRead(m), 0);
+  TapeRewind(m.tape);
+  EXPECT_EQ(TapeRead(m.tape), 1);
+  EXPECT_EQ(TapeRead(m.tape), 0);
+  EXPECT_EQ(TapeRead(m.tape), 1);
+  EXPECT_EQ(TapeRead(m.tape), 0);
 }
 
 TEST_F(TapeTest, RelativeNamesStayWhereTheyWere) {
   WriteAll(Path("tape.wav"), Wave({255, 255}));
-  TapeOpen(m, "tape.wav");
+  TapeOpen(m.tape, "tape.wav");
   std::filesystem::create_directory(folder / "elsewhere");
   std::filesystem::current_path(folder / "elsewhere");
-  TapeRewind(m);
-  EXPECT_EQ(TapeRead(m), 1);
+  TapeRewind(m.tape);
+  EXPECT_EQ(TapeRead(m.tape), 1);
   std::filesystem::current_path(folder);
 }
 
 TEST_F(TapeTest, ReadsAreHeard) {
   Put(Wave({255, 0, 255, 255}));
-  TapeRewind(m);
+  TapeRewind(m.tape);
   const auto read = [this](int32_t clock) {
     m.run.FrameClock = clock;
     Read();

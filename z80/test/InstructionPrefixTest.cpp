@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "loop/MissingOP.h"
 #include "z80/test/PassBench.h"
 
 namespace quoll::z80test {
@@ -220,7 +221,7 @@ TEST(Z80Missing, AnUnknownInstructionWritesTheLabelAndMovesOn) {
   want.PrefixState = 0, want.PC += 1;
   EXPECT_TRUE(SameState(b.s, want));
   EXPECT_EQ(b.m->screen.Label1, "Unknown Opcode!");
-  EXPECT_EQ(b.m->screen.Caption, "Unknown Opcode!");
+  EXPECT_EQ(b.m->screen.window.caption, "Unknown Opcode!");
   EXPECT_EQ(b.Taken(), 0);
   EXPECT_EQ(b.run.FrameClock, kStartCycles);
   EXPECT_TRUE(b.host.messages.empty());

@@ -12,10 +12,10 @@
 #include <utility>
 #include <vector>
 
+#include "loop/RunLoop.h"
 #include "machine/Machine.h"
 #include "machine/MachineInit.h"
 #include "machine/Memory.h"
-#include "loop/RunLoop.h"
 
 namespace quoll::z80test {
 

@@ -1,0 +1,26 @@
+#include "core/NationalCharacters.h"
+
+#include <array>
+
+namespace quoll {
+
+namespace {
+
+constexpr uint8_t kUnprintable = '.';
+
+constexpr std::array<uint8_t, kLastNational - kFirstNational + 1> kCodes = {
+    0xDB,                                            // 0x7F
+    0xB5, 0x90, 0x92, 0xE0, 0x99, 0x8A, 0xE9, 0x9A,  // 0x80
+    0xEB, 0xDA, 0xC0, 0xB3, 0xC3, 0xC2, 0xC5, 0xC6,  // 0x88
+    0xA0, 0x82, 0x8C, 0xA2, 0x94, 0x8B, 0xA3, 0x81,  // 0x90
+    0xFB, 0xBF, 0xD9, 0xC4, 0xB4, 0xC1, 0xAC, 0xE6,  // 0x98
+};
+
+}  // namespace
+
+uint8_t NationalCode(uint8_t character) {
+  const auto place = static_cast<unsigned>(character) - kFirstNational;
+  return place < kCodes.size() ? kCodes[place] : kUnprintable;
+}
+
+}  // namespace quoll

@@ -1,0 +1,39 @@
+// The screen of an oscilloscope: a trace of the machine's, in a box of so many units, black ground.
+#pragma once
+
+#include <QImage>
+#include <QWidget>
+
+#include "core/Form.h"
+
+namespace quoll {
+
+// How a scope is laid out.
+struct ScopeBox {
+  QSize units{221, 64};  // of the trace that fit into it
+  int zoom = 1;          // pixels of the window to a unit
+  bool dots = false;     // each point by itself, instead of a line through them
+};
+
+class Scope : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit Scope(const ScopeBox& layout, QWidget* parent = nullptr);
+
+  // Paints when the trace has been drawn anew since it was shown.
+  void Show(const Trace& now);
+
+  // The picture of a trace in device pixels, ratio of them to a pixel of the window.
+  static QImage Draw(const Trace& trace, const ScopeBox& box, qreal ratio);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  ScopeBox box;
+  Trace trace;
+  QImage image;  // of the trace; null when it is not drawn yet
+};
+
+}  // namespace quoll

@@ -1,0 +1,15 @@
+// Starting up: what every program that runs a machine does before it presses "Run".
+#pragma once
+
+namespace quoll {
+
+struct Machine;
+
+// Builds the machine in its folder, with the tape that lies there. Ends the program with a message where a
+// ROM is missing.
+void StartMachine(Machine& m);
+
+// What is still to be written when the program ends reaches the disk.
+void StopMachine(Machine& m);
+
+}  // namespace quoll
