@@ -43,14 +43,8 @@ void AppendUtf8(std::string& text, char32_t code) {
 
 bool IsControl(uint8_t byte) { return byte < 0x20 || byte == 0x7F; }
 
-}  // namespace
-
-char32_t CodePage852(uint8_t byte) { return byte < kFirstForeign ? byte : kUpperHalf[byte - kFirstForeign]; }
-
-std::string PrintedText(std::string_view printed) {
-  std::string text;
-  text.reserve(printed.size() + printed.size() / 8);
-  char before = 0;
+// before: the byte ahead of these, and then the last of them.
+void AppendPrinted(std::string& text, std::string_view printed, char& before) {
   for (const char c : printed) {
     const auto byte = static_cast<uint8_t>(c);
     if (c == '\n' || c == '\r') {
@@ -62,7 +56,30 @@ std::string PrintedText(std::string_view printed) {
     }
     before = c;
   }
+}
+
+}  // namespace
+
+char32_t CodePage852(uint8_t byte) { return byte < kFirstForeign ? byte : kUpperHalf[byte - kFirstForeign]; }
+
+std::string PrintedText(std::string_view printed) {
+  std::string text;
+  text.reserve(printed.size() + printed.size() / 8);
+  char before = 0;
+  AppendPrinted(text, printed, before);
   return text;
+}
+
+PrintedPiece FollowPrinted(PrintedFollower& follower, const Printer& printer, size_t most) {
+  PrintedPiece piece;
+  if (follower.beginnings != printer.beginnings || printer.printed.size() < follower.taken) {
+    follower = {.beginnings = printer.beginnings};
+    piece.fromStart = true;
+  }
+  const std::string_view fresh = std::string_view(printer.printed).substr(follower.taken, most);
+  AppendPrinted(piece.text, fresh, follower.before);
+  follower.taken += fresh.size();
+  return piece;
 }
 
 }  // namespace quoll

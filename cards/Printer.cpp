@@ -9,4 +9,9 @@ void Senddata(Printer& printer, uint8_t byte) {
   printer.printed.push_back(static_cast<char>(code));
 }
 
+void ClearPrinted(Printer& printer) {
+  printer.printed.clear();
+  ++printer.beginnings;
+}
+
 }  // namespace quoll

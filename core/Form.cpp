@@ -92,6 +92,7 @@ bool DoubleClickEntry(Machine& m, const ControlRef& ref, int32_t entry) {
   return true;
 }
 
+void DoubleClick(Machine& m, const ControlRef& ref) { Run(m, ref, ref.control->doubleClick); }
 void Press(Machine& m, const ControlRef& ref) { Run(m, ref, ref.control->click); }
 void MouseDown(Machine& m, const ControlRef& ref) { Run(m, ref, ref.control->down); }
 void MouseUp(Machine& m, const ControlRef& ref) { Run(m, ref, ref.control->up); }

@@ -26,6 +26,7 @@ enum class ControlKind {
   Lamp,    // bool, shown only
   Button,  // no field
   Scroll,  // Scroll
+  Bar,     // the same, shown only
   List,    // ListBox and what looks like one
   Combo,   // the same, one entry seen
   Scope,   // Trace
@@ -46,6 +47,7 @@ struct FormState {
 inline void ShowForm(FormState& form) { form.visible = form.raise = true; }
 
 inline constexpr int32_t kOwnColour = -1;  // the one that the window's style gives
+inline constexpr int32_t kBlack = 0;
 inline constexpr int32_t kRed = 0x0000FF, kGreen = 0x00FF00, kCyan = 0xFFFF00, kWhite = 0xFFFFFF;
 inline constexpr int32_t kButtonFace = 0xC0C0C0;
 
@@ -87,14 +89,16 @@ struct ListBox {
   bool operator==(const ListBox&) const = default;
 };
 
-// A scope's line, as it was drawn last: point i stands at (i x step, y[i]), in the units of a box of its own
+// A scope's line, as it was drawn last: point i stands at (x[i], y[i]), in the units of a box of its own
 // size, y downwards.
 struct Trace {
-  std::vector<float> y;
+  std::vector<float> x{};  // empty: the points are evenly spaced, point i at i x step
+  std::vector<float> y{};
   float step = 1;
   int32_t colour = kGreen;
   uint32_t drawings = 0;  // how often one was drawn: a window paints when this has changed
 
+  float X(size_t point) const { return x.empty() ? static_cast<float>(point) * step : x[point]; }
   bool operator==(const Trace&) const = default;
 };
 
@@ -167,7 +171,11 @@ struct Control {
   constexpr Control Down(Handler handler) const { return With(&Control::down, handler); }
   constexpr Control Up(Handler handler) const { return With(&Control::up, handler); }
   constexpr Control Group(std::string_view of) const { return With(&Control::group, of); }
-  constexpr Control Looks(std::span<Look> (*access)(Machine&)) const { return With(&Control::look, access); }
+  constexpr Control Looks(std::span<Look> (*access)(Machine&)) const {
+    Control more = *this;  // not by With, of which clang makes no constant for this type
+    more.look = access;
+    return more;
+  }
   template <class T>
   constexpr Control With(T Control::*member, std::type_identity_t<T> value) const {
     Control more = *this;
@@ -181,7 +189,15 @@ struct Form {
   std::string_view caption;  // of its window
   FormState* (*state)(Machine&) = nullptr;
   std::span<const Control> controls;
+  // Brings up to date what the form only shows, where that is worked out only when somebody looks. The
+  // machine itself stays as it is. nullptr: nothing.
+  void (*refresh)(Machine&) = nullptr;
 };
+
+// To be called before a form's fields are looked at, by windows and scripts.
+inline void RefreshForm(Machine& m, const Form& form) {
+  if (form.refresh != nullptr) form.refresh(m);
+}
 
 // nullptr when there is none. Names are case sensitive.
 const Control* FindControl(const Form& form, std::string_view name);
@@ -226,6 +242,8 @@ void SetScroll(Machine& m, const ControlRef& ref, int32_t value);
 // Selects an entry, counted from 0. Outside the list nothing happens; the return value says so.
 bool ChooseEntry(Machine& m, const ControlRef& ref, int32_t entry);
 bool DoubleClickEntry(Machine& m, const ControlRef& ref, int32_t entry);
+// A double click on what is no list.
+void DoubleClick(Machine& m, const ControlRef& ref);
 // A click on a button, a label or a menu entry.
 void Press(Machine& m, const ControlRef& ref);
 void MouseDown(Machine& m, const ControlRef& ref);

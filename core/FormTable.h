@@ -32,23 +32,25 @@ std::span<T> AsSpan(std::array<T, kSize>& field) {
   return field;
 }
 
-template <auto kForm>
+// kPath: members that lead on to a record inside the form's.
+template <auto kForm, auto... kPath>
 struct On {
+  static auto& Record(Machine& m) { return ((m.*kForm).*....*kPath); }
   // The form's window state, which every record calls window.
   static FormState* State(Machine& m) { return &(m.*kForm).window; }
 
   template <auto kField>
   static ControlField Field(Machine& m) {
-    return AsSpan((m.*kForm).*kField);
+    return AsSpan(Record(m).*kField);
   }
   template <auto kField>
   static ControlField ListField(Machine& m) {
-    return ListRef((m.*kForm).*kField);
+    return ListRef(Record(m).*kField);
   }
   // For Control::Looks.
   template <auto kField>
   static std::span<Look> Look(Machine& m) {
-    return AsSpan((m.*kForm).*kField);
+    return AsSpan(Record(m).*kField);
   }
   template <auto kField = nullptr>
   static constexpr Control Value(std::string_view name, ControlKind kind, std::string_view caption) {
@@ -85,6 +87,10 @@ struct On {
   template <auto kField>
   static constexpr Control Scroll(std::string_view name, std::string_view caption, Handler change = {}) {
     return Value<kField>(name, ControlKind::Scroll, caption).With(&Control::change, change);
+  }
+  template <auto kField>
+  static constexpr Control Bar(std::string_view name, std::string_view caption) {
+    return Value<kField>(name, ControlKind::Bar, caption);
   }
   template <auto kField>
   static constexpr Control Scope(std::string_view name, std::string_view caption) {
@@ -125,6 +131,11 @@ struct On {
 // An array of count buttons has the index in its handler.
 constexpr Control Button(std::string_view name, std::string_view caption, Handler click, int count = 0) {
   return {.name = name, .kind = ControlKind::Button, .caption = caption, .count = count, .click = click};
+}
+
+// A label of a fixed text whose colour tells something.
+constexpr Control Lit(std::string_view name, std::string_view caption, std::span<Look> (*look)(Machine&)) {
+  return {.name = name, .kind = ControlKind::Label, .caption = caption, .look = look};
 }
 
 // A menu entry without a tick.

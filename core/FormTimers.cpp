@@ -19,8 +19,8 @@ FormTimers StartTimers(std::span<const Form* const> forms, int64_t now) {
 void RunTimers(Machine& m, FormTimers& timers, int64_t now) {
   for (FormTimers::Line& line : timers.lines) {
     if (now < line.due) continue;
-    const int64_t period = line.control->period.count();
-    line.due = std::max(line.due, now - period) + period;
+    const int64_t period = std::max<int64_t>(1, line.control->period.count());
+    line.due += ((now - line.due) / period + 1) * period;  // the next one that lies ahead
     line.control->timer(m, 0);
   }
 }

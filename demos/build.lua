@@ -5,10 +5,8 @@ local d = dofile((arg[0]:match("^.*/") or "") .. "demos.lua")
 assert(#arg >= 2, "usage: build.lua OUTPUT NAME...")
 
 local function bytesOf(file)
-  local input = assert(io.open(file, "rb"))
-  local bytes = input:read("a")
-  input:close()
-  return bytes
+  local input <close> = assert(io.open(file, "rb"))
+  return input:read("a")
 end
 
 d.boot()

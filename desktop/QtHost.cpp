@@ -3,6 +3,8 @@
 #include <unistd.h>
 
 #include <QApplication>
+#include <QClipboard>
+#include <QImageReader>
 #include <QMessageBox>
 #include <algorithm>
 
@@ -139,9 +141,33 @@ int64_t QtHost::PerformanceCounter() {
 int64_t QtHost::PerformanceFrequency() { return 1'000'000'000; }
 
 void QtHost::MessageBox(std::string_view text, std::string_view title, MessageIcon icon) {
-  QMessageBox box(Icon(icon), ToQt(title), ToQt(text), QMessageBox::Ok, messageParent);
+  // With the full screen shown the main window is hidden.
+  const bool seen = messageParent != nullptr && messageParent->isVisible();
+  QMessageBox box(Icon(icon), ToQt(title), ToQt(text), QMessageBox::Ok,
+                  seen ? messageParent : QApplication::activeWindow());
   box.setTextFormat(Qt::PlainText);
   box.exec();
+}
+
+void QtHost::SetClipboard(std::string_view text) { QGuiApplication::clipboard()->setText(ToQt(text)); }
+
+bool QtHost::LoadPicture(const std::string& file, PixelImage& picture) {
+  constexpr int kLargest = 8192;
+  QImageReader reader(ToQt(file));
+  reader.setDecideFormatFromContent(true);
+  if (reader.size().width() > kLargest || reader.size().height() > kLargest) return false;
+  QImage image = reader.read();
+  if (image.isNull() || image.width() > kLargest || image.height() > kLargest) return false;
+  image = image.convertToFormat(QImage::Format_ARGB32_Premultiplied);  // on black where it is seen through
+  picture.width = image.width();
+  picture.height = image.height();
+  picture.pixels.clear();
+  for (int y = 0; y < image.height(); ++y) {
+    const auto* line = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+    for (int x = 0; x < image.width(); ++x)
+      picture.pixels.push_back(qRed(line[x]) | qGreen(line[x]) << 8 | qBlue(line[x]) << 16);
+  }
+  return true;
 }
 
 void QtHost::Beep(int /*frequency*/, int /*duration*/) { QApplication::beep(); }

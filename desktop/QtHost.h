@@ -11,6 +11,7 @@
 
 #include "core/FormTimers.h"
 #include "core/Host.h"
+#include "desktop/DirectPorts.h"
 #include "desktop/FramePacer.h"
 #include "sound/sdl/frmDX_Play.h"
 
@@ -54,7 +55,11 @@ class QtHost : public Host {
 
   // A modal box over messageParent.
   void MessageBox(std::string_view text, std::string_view title, MessageIcon icon) override;
+  void SetClipboard(std::string_view text) override;
+  // Every kind that Qt reads, up to 8192 pixels a side.
+  bool LoadPicture(const std::string& file, PixelImage& picture) override;
   void Beep(int frequency, int duration) override;
+  bool DirectOut(uint16_t port, uint16_t value) override { return DirectPortOut(directPorts, port, value); }
 
   // Runs what an event of Qt leads to. An exception must not pass through Qt: it is kept and
   // thrown again as soon as Qt has been left.
@@ -106,6 +111,8 @@ class QtHost : public Host {
   QSocketNotifier soundWake;  // a half of the sound buffer has begun
   bool timer2 = true;
   Clock::time_point timer2Due{};  // its next tick; the clock's start while it has not begun
+
+  DirectPorts directPorts;
 
   QTimer wake;  // ends a wait for events
   Clock::time_point lastPump{};

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
+#include <cstring>
 
 #include "display/Palette.h"
 
@@ -14,9 +16,16 @@ Pixel ToPixel(int32_t red, int32_t green, int32_t blue) {
          static_cast<uint32_t>(blue);
 }
 
-// The fourth byte of a plain picture's pixel is read along, so that the compiler can take it as one word.
-Pixel PlainPixel(const uint8_t* at) { return ToPixel(at[2], at[1], at[0]) | uint32_t{at[3]} << 24U; }
-Pixel DibPixel(const uint8_t* at) { return ToPixel(at[2], at[1], at[0]); }
+void CopyPixels(const uint8_t* at, int32_t pixelBytes, std::span<Pixel> pixels) {
+  if (pixelBytes == sizeof(Pixel) && std::endian::native == std::endian::little) {
+    std::memcpy(pixels.data(), at, pixels.size_bytes());
+    return;
+  }
+  for (Pixel& pixel : pixels) {
+    pixel = ToPixel(at[2], at[1], at[0]);
+    at += pixelBytes;
+  }
+}
 
 }  // namespace
 
@@ -45,19 +54,17 @@ void ComposeRow(const Picture& picture, int32_t row, std::span<Pixel, kWindowWid
   const int64_t left = picture.Left;
   const int64_t inBox = int64_t{row} - picture.Top;
   if (inBox < 0 || inBox >= picture.Height) return;
-  const auto inWindow = [](int64_t x) { return std::clamp<int64_t>(x, 0, kWindowWidth); };
-  const int64_t from = inWindow(left);
-  const int64_t to = std::max(from, inWindow(left + picture.Width));
-  std::fill(pixels.begin() + from, pixels.begin() + to, kBlackPixel);
+  const auto place = [](int64_t x) { return static_cast<size_t>(std::clamp<int64_t>(x, 0, kWindowWidth)); };
   const DrawnBox box = DrawnPicture(picture);
-  if (inBox >= box.height) return;
-  const int64_t drawnTo = std::max(from, inWindow(left + box.width));
-  const uint8_t* at = box.bits + inBox * box.pitch + (from - left) * box.pixelBytes;
-  if (box.pixelBytes == 4) {
-    for (int64_t x = from; x < drawnTo; ++x, at += 4) pixels[static_cast<size_t>(x)] = PlainPixel(at);
-  } else {
-    for (int64_t x = from; x < drawnTo; ++x, at += 3) pixels[static_cast<size_t>(x)] = DibPixel(at);
+  const size_t from = place(left);
+  const size_t drawn = inBox < box.height ? place(left + box.width) : from;
+  const size_t to = std::max(drawn, place(left + picture.Width));
+  if (drawn > from) {
+    const uint8_t* at = box.bits + inBox * box.pitch + (static_cast<int64_t>(from) - left) * box.pixelBytes;
+    CopyPixels(at, box.pixelBytes, pixels.subspan(from, drawn - from));
   }
+  for (size_t x = drawn; x < to; ++x) pixels[x] = kBlackPixel;
+  for (Pixel& pixel : pixels) pixel |= kBlackPixel;  // the fourth byte of the box's pixels is unused
 }
 
 std::vector<uint8_t> ComposeWindow(const Picture& picture) {

@@ -36,6 +36,8 @@ constexpr std::array<Wire, 256> MakeWires() {
 }
 constexpr std::array<Wire, 256> kWires = MakeWires();
 
+Wire WireOf(int32_t keyCode) { return keyCode >= 0 && keyCode <= 255 ? kWires[keyCode] : Wire{}; }
+
 }  // namespace
 
 int32_t KeyboardRow(const Keyboard& keyboard, int32_t row) {
@@ -44,15 +46,21 @@ int32_t KeyboardRow(const Keyboard& keyboard, int32_t row) {
   return selected < kRows ? 255 - keyboard.KeyMatrix[selected] : 255;
 }
 
-void KeyboardClear(Keyboard& keyboard) { keyboard.KeyMatrix.fill(0); }
+void KeyboardClear(Keyboard& keyboard) { keyboard.KeyMatrix = keyboard.held; }
 
 bool KeyboardPress(Keyboard& keyboard, int32_t keyCode, bool down) {
-  if (keyCode < 0 || keyCode > 255) return false;
-  const Wire wire = kWires[keyCode];
-  if (wire.bit == 0) return false;
+  const Wire wire = WireOf(keyCode);
   uint8_t& keys = keyboard.KeyMatrix[wire.row];
+  keys = static_cast<uint8_t>(down ? keys | wire.bit
+                                   : (keys & ~wire.bit) | (keyboard.held[wire.row] & wire.bit));
+  return wire.bit != 0;
+}
+
+bool KeyboardHold(Keyboard& keyboard, int32_t keyCode, bool down) {
+  const Wire wire = WireOf(keyCode);
+  uint8_t& keys = keyboard.held[wire.row];
   keys = static_cast<uint8_t>(down ? keys | wire.bit : keys & ~wire.bit);
-  return true;
+  return KeyboardPress(keyboard, keyCode, down);
 }
 
 }  // namespace quoll

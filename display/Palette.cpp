@@ -11,8 +11,7 @@ namespace {
 constexpr int32_t kSlotTStates = 245;
 constexpr int32_t kBandTStates = 218;
 
-constexpr int32_t kPalettePort = 0x60;
-constexpr int32_t kRegisters = 4;
+constexpr int32_t kPalettePort = 0x60, kRegisters = 4;
 
 // Slots from PalNextLine to last, both cut to what the history holds.
 void FillHistory(Palette& palette, const PortBytes& ports, int32_t last) {

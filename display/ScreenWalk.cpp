@@ -74,13 +74,15 @@ constexpr std::array<Remap, 16> kRemaps{{
 
 }  // namespace
 
+int32_t VideoPage(const PortBytes& ports) { return kPageBases[ports[0x0F] >> 4 & 3]; }
+
 ScreenWalk StartPicture(Picture& picture, const PictureSource& source, ColourMode mode) {
   ++picture.shown;
   picture.page = source.ports[0x0F] & 0x30;
   SizeDib(picture);
 
   ScreenWalk walk;
-  walk.base = kPageBases[picture.page >> 4];
+  walk.base = VideoPage(source.ports);
   const auto& regs = source.crtc.CrtcRegs;
   const uint32_t start =
       (static_cast<uint32_t>(regs[12]) * 256U + static_cast<uint32_t>(regs[13])) * StartUnit(mode);

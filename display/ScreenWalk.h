@@ -20,6 +20,9 @@ using RowBytes = std::array<uint8_t, kMaxRowBytes>;
 // more.
 inline int32_t CharactersPerRow(const Crtc& crtc) { return crtc.CrtcRegs[1] & 0xFF; }
 
+// Offset in MemImage of the video page that is displayed, by bits 5-4 of port 0x0F.
+int32_t VideoPage(const PortBytes& ports);
+
 struct ScreenWalk {
   int32_t base = 0;         // offset of the video page in MemImage
   int32_t address = 0;      // of the next byte; programs can put it outside the page

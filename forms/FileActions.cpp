@@ -34,6 +34,7 @@ constexpr std::array kActions{
     FileAction{"*.crt", LoadCRT, nullptr},
     FileAction{"*.tim", WithFile<LoadTIM>, nullptr},
     FileAction{"*.wav", TTape_Insert, nullptr},
+    FileAction{"*.dsk", TFloppy_Insert, nullptr},
 };
 
 }  // namespace

@@ -10,8 +10,25 @@ namespace quoll {
 
 std::span<const Form* const> Forms() {
   static constexpr std::array kForms{
-      &kTScreen, &kFrame2, &kFScreen, &kCPUmon, &kTVCmon, &kErrorSim,
-      &kTPrint,  &kTTools, &kTTape,   &kFDXF,   &kFsaa,
+      &kTScreen,   //
+      &kFrame2,    //
+      &kFScreen,   //
+      &kCPUmon,    //
+      &kTVCmon,    //
+      &kAsse,      //
+      &kErrorSim,  //
+      &kTFloppy,   //
+      &kTSerial,   //
+      &kTPrint,    //
+      &kTTools,    //
+      &kTTape,     //
+      &kFDXF,      //
+      &kFsaa,      //
+      &kFSN76489,  //
+      &kFYM3812,   //
+      &kFYM2413,   //
+      &kFSID,      //
+      &kT8910,     //
   };
   return kForms;
 }

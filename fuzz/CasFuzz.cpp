@@ -4,22 +4,15 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
 
+#include "fuzz/Fuzz.h"
+#include "fuzz/FuzzMachine.h"
 #include "fuzz/Tiled.h"
-#include "machine/Machine.h"
-#include "machine/MachineInit.h"
 #include "media/Cas.h"
 
 namespace quoll {
 
 namespace {
-
-// Aborts unless the memory from first to end is all zeros, as it was before.
-void CheckZeros(const Machine& m, size_t first, size_t end) {
-  static const std::vector<uint8_t> zeros(kMemImageSize);
-  if (std::memcmp(m.MemImage.data() + first, zeros.data(), end - first) != 0) std::abort();
-}
 
 constexpr size_t kPointers = 0x1728;  // BASIC's pointers lie below
 constexpr size_t kStart = 0x19EF;
@@ -52,11 +45,11 @@ void CheckSave(Machine& m, int32_t s, int32_t e) {
   if (length != 0 && saved.back() != MemRead(m, range.e - 1)) std::abort();
 }
 
-void Run(std::span<const uint8_t> input) {
+}  // namespace
+
+void Fuzz(std::span<const uint8_t> input) {
   static Host host;
-  const auto m = std::make_unique<Machine>(host);
-  CpuInit(m->z80);
-  MachineReset(*m);
+  const auto m = FuzzMachine(host);
   uint32_t beyond = 0;
   if (input.size() >= sizeof beyond) {
     std::memcpy(&beyond, input.data(), sizeof beyond);
@@ -76,16 +69,9 @@ void Run(std::span<const uint8_t> input) {
   if (input.size() > sizeof numbers) m->PortShadow[2] = input[0];
   CheckSave(*m, numbers[0], numbers[1]);
   CheckSave(*m, numbers[0] & 0xFFFF, numbers[1] & 0xFFFF);
-  CasBoxes boxes{std::string(input.begin(), input.end()), std::to_string(numbers[0]), {}};
-  const CasRange typed = UseCasBoxes(boxes);
-  if (boxes.Text6 != std::to_string(typed.s) || boxes.Text7 != std::to_string(typed.e)) std::abort();
+  std::string start(input.begin(), input.end()), end = std::to_string(numbers[0]);
+  const CasRange typed = UseCasBoxes(start, end);
+  if (start != std::to_string(typed.s) || end != std::to_string(typed.e)) std::abort();
 }
-
-}  // namespace
 
 }  // namespace quoll
-
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  quoll::Run({data, size});
-  return 0;
-}

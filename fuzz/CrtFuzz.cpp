@@ -9,11 +9,11 @@
 #include <fstream>
 #include <memory>
 
+#include "fuzz/Fuzz.h"
+#include "fuzz/FuzzMachine.h"
 #include "fuzz/Tiled.h"
-#include "loop/RunLoop.h"
-#include "machine/Machine.h"
-#include "machine/MachineInit.h"
 #include "media/Cartridge.h"
+#include "testkit/Files.h"
 
 namespace quoll {
 
@@ -21,34 +21,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct FuzzHost : Host {
-  uint32_t ticks = 0;
-  uint32_t TickCount() override { return ticks += 20; }
-  void FrameEnded(Machine& m) override { m.run.CpuRunning = 0; }
-  void Stalled(Machine& m) override { m.run.CpuRunning = 0; }
-};
-
-void WriteAll(const fs::path& path, std::span<const uint8_t> bytes) {
-  std::ofstream out(path, std::ios::binary);
-  out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-}
-
-// The program folder, which goes when the fuzzer ends.
-struct Folder {
-  fs::path path;
-  Folder() {
-    std::string name = "/dev/shm/quollcrt-XXXXXX";
-    if (mkdtemp(name.data()) == nullptr) std::abort();
-    path = name;
-    for (const char* rom : {"TVC22_D6.rom", "TVC22_D4.rom", "TVC22_D7.rom"}) {
-      WriteAll(path / rom, std::vector<uint8_t>(0x2000));
-    }
-  }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-  ~Folder() {
-    std::error_code ignored;
-    fs::remove_all(path, ignored);
+// The program folder, in memory; it goes when the fuzzer ends.
+struct Folder : test::TempFolder {
+  Folder() : TempFolder("/dev/shm") {
+    for (const char* rom : {"TVC22_D6.rom", "TVC22_D4.rom", "TVC22_D7.rom"})
+      Write(rom, std::vector<uint8_t>(0x2000));
   }
 };
 
@@ -78,7 +55,9 @@ void CheckSave(Machine& m, const fs::path& folder) {
   if (!saved || fs::file_size(folder / "mex4mb.bin") != kMexPageCount * sizeof(MexPage)) std::abort();
 }
 
-void Run(std::span<const uint8_t> input) {
+}  // namespace
+
+void Fuzz(std::span<const uint8_t> input) {
   static FuzzHost host;
   static const Folder folder;
   const uint8_t kind = input.empty() ? 0 : input[0];
@@ -88,29 +67,18 @@ void Run(std::span<const uint8_t> input) {
   const std::vector<uint8_t> tiled = Tiled(input, size_t{kind} * (store ? 1000 : 70));
   if ((kind & 2) != 0) input = tiled;
   const fs::path file = folder.path / (store ? kMexCartridge : "game.crt");
-  WriteAll(file, input);
-  const auto m = std::make_unique<Machine>(host);
+  test::WriteBytes(file, input);
+  host.framesLeft = 1;
+  const auto m = FuzzMachine(host);
   m->programFolder = folder.path.string();
   LoadCRT(*m, file.string());
   CheckLoaded(*m, store, input);
   m->z80.PC = 0xC000;
   m->z80.UnDocEnabled = 1;
-  m->run.CpuRunning = 1;
-  try {
-    RunLoop(*m);
-  } catch (const ProgramEnd&) {
-    // A write into a card's window: the machine ends there.
-  }
+  RunFuzzed(*m);
   if (store) CheckSave(*m, folder.path);
   UnloadCRT(*m);
   CheckLoaded(*m, false, {});
 }
 
-}  // namespace
-
 }  // namespace quoll
-
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  quoll::Run({data, size});
-  return 0;
-}

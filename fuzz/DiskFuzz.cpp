@@ -7,6 +7,7 @@
 #include <span>
 
 #include "cards/Floppy.h"
+#include "fuzz/Fuzz.h"
 #include "fuzz/Tiled.h"
 
 namespace quoll {
@@ -56,7 +57,9 @@ void Damage(Floppy& floppy, uint8_t byte) {
   floppy.DriveTrack.fill(static_cast<uint8_t>(byte * 3));
 }
 
-void Run(std::span<const uint8_t> input) {
+}  // namespace
+
+void Fuzz(std::span<const uint8_t> input) {
   if (input.size() < kHeader) return;
   const size_t length = size_t{input[0]} << (input[1] % kExponents);
   const size_t programSize = std::min<size_t>(input[2] * 2U, (input.size() - kHeader) / 2 * 2);
@@ -80,11 +83,4 @@ void Run(std::span<const uint8_t> input) {
   floppy.DiskData.swap(disk);
 }
 
-}  // namespace
-
 }  // namespace quoll
-
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  quoll::Run({data, size});
-  return 0;
-}

@@ -2,26 +2,13 @@
 // frames, through both ways of reaching memory. Nothing may get out of the machine, whatever the code does.
 #include <algorithm>
 #include <cstring>
-#include <memory>
 
-#include "loop/RunLoop.h"
-#include "machine/Machine.h"
-#include "machine/MachineInit.h"
+#include "fuzz/Fuzz.h"
+#include "fuzz/FuzzMachine.h"
 
 namespace quoll {
 
 namespace {
-
-// Stops after some frames, and when a program without T-states would go on for ever.
-struct FuzzHost : Host {
-  int framesLeft = 3;
-  uint32_t ticks = 0;
-  uint32_t TickCount() override { return ticks += 20; }
-  void FrameEnded(Machine& m) override {
-    if (--framesLeft <= 0) m.run.CpuRunning = 0;
-  }
-  void Stalled(Machine& m) override { m.run.CpuRunning = 0; }
-};
 
 // Takes bytes from the front of the input; zeros when it is used up.
 struct Input {
@@ -35,12 +22,13 @@ struct Input {
   }
 };
 
-void Run(Input input) {
+}  // namespace
+
+void Fuzz(std::span<const uint8_t> bytes) {
+  Input input{bytes.data(), bytes.size()};
   FuzzHost host;
-  const auto m = std::make_unique<Machine>(host);
-  m->programFolder = "/nonexistent";
-  CpuInit(m->z80);
-  MachineReset(*m);
+  host.framesLeft = 3;
+  const auto m = FuzzMachine(host);
   // Any values at all: the run loop has to bring them into their ranges.
   input.Take(&m->z80, sizeof m->z80);
   m->z80.PrefixState = 0;
@@ -64,19 +52,7 @@ void Run(Input input) {
   const size_t length = std::max<size_t>(1, std::min<size_t>(input.size, 0x8000));
   input.Take(m->MemImage.data(), length);
   for (size_t at = length; at < m->MemImage.size(); ++at) m->MemImage[at] = m->MemImage[at - length];
-  m->run.CpuRunning = 1;
-  try {
-    RunLoop(*m);
-  } catch (const ProgramEnd&) {
-    // A write into a card's window: the stated end.
-  }
+  RunFuzzed(*m);
 }
-
-}  // namespace
 
 }  // namespace quoll
-
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  quoll::Run({data, size});
-  return 0;
-}

@@ -8,28 +8,13 @@
 #include <memory>
 #include <random>
 
-#include "loop/RunLoop.h"
-#include "machine/Machine.h"
-#include "machine/MachineInit.h"
+#include "fuzz/FuzzMachine.h"
 
 namespace quoll {
 
 namespace {
 
 constexpr int kFramesPerMachine = 40;
-
-struct SoakHost : Host {
-  int framesLeft = kFramesPerMachine;
-  int64_t frames = 0;
-  uint32_t ticks = 0;
-  uint32_t TickCount() override { return ticks; }
-  void FrameEnded(Machine& m) override {
-    ++frames;
-    ticks += frames % 8 == 0 ? 20U : 0U;
-    if (--framesLeft <= 0) m.run.CpuRunning = 0;
-  }
-  void Stalled(Machine& m) override { m.run.CpuRunning = 0; }
-};
 
 void Randomize(Machine& m, std::mt19937_64& dice) {
   for (uint8_t& byte : m.MemImage) byte = static_cast<uint8_t>(dice());
@@ -71,23 +56,23 @@ int Soak(int seconds, uint64_t seed) {
   int64_t sampledPasses = 0;
   int64_t sampledTStates = 0;
   for (; std::chrono::steady_clock::now() < end; ++machines) {
-    SoakHost host;
-    const auto m = std::make_unique<Machine>(host);
-    m->programFolder = "/nonexistent";
-    CpuInit(m->z80);
-    MachineReset(*m);
+    FuzzHost host;
+    host.framesLeft = kFramesPerMachine;
+    host.framesForAPicture = 8;
+    host.ticks = 0;
+    const auto m = FuzzMachine(host);
     Randomize(*m, dice);
+    bool endedSoon = false;
     try {
       for (int pass = 0; pass < 200; ++pass) {  // how long an instruction takes here, on average
         const int32_t before = m->run.FrameClock;
         RunLoop(*m);
         if (m->run.FrameClock > before) ++sampledPasses, sampledTStates += m->run.FrameClock - before;
       }
-      m->run.CpuRunning = 1;
-      RunLoop(*m);
     } catch (const ProgramEnd&) {
-      ++ended;
+      endedSoon = true;
     }
+    if (endedSoon || !RunFuzzed(*m)) ++ended;
     frames += host.frames;
   }
   const double tStates = static_cast<double>(frames) * kFrameTStates;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "cards/Serial.h"
+#include "fuzz/Fuzz.h"
 
 namespace quoll {
 
@@ -54,7 +55,9 @@ void Exchange(Serial& serial, Fenced& fenced) {
   if (!std::equal(before.begin() + 514, before.end(), record.begin() + 514)) std::abort();
 }
 
-void Run(std::span<const uint8_t> input) {
+}  // namespace
+
+void Fuzz(std::span<const uint8_t> input) {
   Serial serial;
   SerialQueue companion;
   Fenced fenced;
@@ -80,11 +83,4 @@ void Run(std::span<const uint8_t> input) {
   }
 }
 
-}  // namespace
-
 }  // namespace quoll
-
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  quoll::Run({data, size});
-  return 0;
-}

@@ -7,10 +7,10 @@
 #include <memory>
 #include <string_view>
 
+#include "fuzz/Fuzz.h"
+#include "fuzz/FuzzMachine.h"
 #include "fuzz/Tiled.h"
-#include "loop/RunLoop.h"
-#include "machine/Machine.h"
-#include "machine/MachineInit.h"
+#include "loop/Redraw.h"
 #include "media/Snapshot.h"
 
 namespace quoll {
@@ -20,14 +20,6 @@ namespace {
 constexpr std::string_view kMagic = "QUOLLEMU02";
 constexpr size_t kPorts = 99;
 constexpr size_t kMemory = 599;
-
-// Stops after a frame, and when a program without T-states would go on for ever.
-struct FuzzHost : Host {
-  uint32_t ticks = 0;
-  uint32_t TickCount() override { return ticks += 20; }
-  void FrameEnded(Machine& m) override { m.run.CpuRunning = 0; }
-  void Stalled(Machine& m) override { m.run.CpuRunning = 0; }
-};
 
 std::vector<uint8_t> WholeFile(std::span<const uint8_t> filling) {
   std::vector<uint8_t> file = Tiled(filling, kSnapshotSize);
@@ -55,15 +47,11 @@ void CheckRoundTrip(const Machine& m, const Machine& before) {
   if (SnapshotBytes(*second) != saved) std::abort();
 }
 
-void Run(std::span<const uint8_t> input) {
+}  // namespace
+
+void Fuzz(std::span<const uint8_t> input) {
   static FuzzHost host;
-  static const auto before = [] {
-    auto fresh = std::make_unique<Machine>(host);
-    fresh->programFolder = "/nonexistent";
-    CpuInit(fresh->z80);
-    MachineReset(*fresh);
-    return fresh;
-  }();
+  static const auto before = FuzzMachine(host);
   const uint8_t kind = input.empty() ? 0 : input.back();
   if (!input.empty()) input = input.first(input.size() - 1);
   std::vector<uint8_t> file(input.begin(), input.end());
@@ -82,19 +70,8 @@ void Run(std::span<const uint8_t> input) {
   CheckRoundTrip(*m, *before);
   if ((kind & 1) == 0) return;
   redraw(*m);
-  m->run.CpuRunning = 1;
-  try {
-    RunLoop(*m);
-  } catch (const ProgramEnd&) {
-    // A write into a card's window: the machine ends there.
-  }
+  host.framesLeft = 1;
+  RunFuzzed(*m);
 }
-
-}  // namespace
 
 }  // namespace quoll
-
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  quoll::Run({data, size});
-  return 0;
-}

@@ -3,22 +3,16 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
 
+#include "fuzz/Fuzz.h"
+#include "fuzz/FuzzMachine.h"
 #include "fuzz/Tiled.h"
-#include "machine/Machine.h"
-#include "machine/MachineInit.h"
+#include "loop/Redraw.h"
 #include "media/Pictures.h"
 
 namespace quoll {
 
 namespace {
-
-// Aborts unless the memory from first to end is all zeros, as it was before.
-void CheckZeros(const Machine& m, size_t first, size_t end) {
-  static const std::vector<uint8_t> zeros(kMemImageSize);
-  if (std::memcmp(m.MemImage.data() + first, zeros.data(), end - first) != 0) std::abort();
-}
 
 struct Head {
   int32_t frameClock = 0;
@@ -43,11 +37,11 @@ void Check(const Machine& m, std::span<const uint8_t> file) {
   }
 }
 
-void Run(std::span<const uint8_t> input) {
+}  // namespace
+
+void Fuzz(std::span<const uint8_t> input) {
   static Host host;
-  const auto m = std::make_unique<Machine>(host);
-  CpuInit(m->z80);
-  MachineReset(*m);
+  const auto m = FuzzMachine(host);
   Head head;
   if (input.size() >= kHeadBytes) {
     std::memcpy(&head.frameClock, input.data(), 4);
@@ -66,11 +60,4 @@ void Run(std::span<const uint8_t> input) {
   redraw(*m);
 }
 
-}  // namespace
-
 }  // namespace quoll
-
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  quoll::Run({data, size});
-  return 0;
-}

@@ -40,10 +40,10 @@ void ResumePrefix(Cpu& c) {
   switch (prefix) {
     case 0xCB: xxCB(c); break;
     case 0xED: xxED(c); break;
-    case 0xDD: xxDD(c); break;
-    case 0xFD: xxFD(c); break;
-    case 0xFDCB: xxFDCB(c); break;
-    case 0xDDCB: xxDDCB(c); break;
+    case 0xDD: xxIndex<IXPage>(c); break;
+    case 0xFD: xxIndex<IYPage>(c); break;
+    case 0xFDCB: xxIndexCB<IYPage>(c); break;
+    case 0xDDCB: xxIndexCB<IXPage>(c); break;
     default: EndProgram(c.m, std::to_string(prefix) + "=Unknown prefix", "CPU ERROR!");
   }
   c.s.PrefixState = 0;

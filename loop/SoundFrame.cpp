@@ -4,10 +4,37 @@
 
 namespace quoll {
 
+namespace {
+
+// The sound card's frame. A chip that sounds draws its window, shown or not: the scopes in the last frame of
+// a block, the SID's in each.
+void CardFrame(Machine& m) {
+  FSID_PlayTune(m);
+  SoundCard& card = m.card;
+  SoundCardRender(card,
+                  {.saa = ChipControls(m.fsaa),
+                   .opl = ChipControls(m.fym3812),
+                   .sid = ChipControls(m.fsid),
+                   .opll = ChipControls(m.fym2413)},
+                  m.random);
+  const bool scopes = m.mixer.FrameInBlock == kFramesPerBlock - 1;
+  if (card.saa.silent == 0) Fsaa_Draw(m.fsaa, card.saa, scopes);
+  if (card.sid.silent == 0) FSID_Draw(m.fsid, card.sid);
+  if (!scopes) return;
+  if (card.sn.silent == 0) FSN76489_Draw(m.fsn76489, card.sn);
+  if (card.opl.silent == 0) FYM3812_Draw(m.fym3812, card.opl);
+  if (card.opll.silent == 0) FYM2413_Draw(m.fym2413, card.opll);
+  if (card.ay.silent == 0) T8910_Draw(m.t8910, card.ay);
+}
+
+}  // namespace
+
 void SoundFrame(Machine& m) {
   ToneFrame(m.tone, m.PortShadow);
   if (m.tvcmon.Check1) TapeRecordFrame(m.tape, m.tone.ToneOut);
-  MixFrame(m.mixer, m.tone.ToneOut);
+  // With the card off the mixer goes on adding the last frame that its chips have rendered.
+  if (m.screen.xio2) CardFrame(m);
+  MixFrame(m.mixer, m.tone.ToneOut, m.card);
   // Counted without a sign, since a script may have put the highest number there.
   m.mixer.FrameInBlock = static_cast<int32_t>(static_cast<uint32_t>(m.mixer.FrameInBlock) + 1U);
   if (m.mixer.FrameInBlock == kFramesPerBlock) m.host->BlockMixed(m);

@@ -5,8 +5,8 @@ namespace quoll {
 
 struct Machine;
 
-// Builds the machine in its folder, with the tape that lies there. Ends the program with a message where a
-// ROM is missing.
+// Builds the machine in its folder, with the tape and the disk that lie there, and joins it to the companion
+// of its serial card. Ends the program with a message where a ROM is missing.
 void StartMachine(Machine& m);
 
 // What is still to be written when the program ends reaches the disk.

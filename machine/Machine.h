@@ -7,7 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "cards/Floppy.h"
 #include "cards/Printer.h"
+#include "cards/Serial.h"
 #include "core/Host.h"
 #include "core/Random.h"
 #include "core/RunState.h"
@@ -16,19 +18,28 @@
 #include "display/LightPen.h"
 #include "display/Palette.h"
 #include "display/Refresh.h"
+#include "forms/Asse.h"
 #include "forms/CPUmon.h"
 #include "forms/ErrorSim.h"
 #include "forms/FDXF.h"
+#include "forms/FSID.h"
+#include "forms/FSN76489.h"
+#include "forms/FYM2413.h"
+#include "forms/FYM3812.h"
 #include "forms/FilePanel.h"
 #include "forms/Fsaa.h"
+#include "forms/T8910.h"
+#include "forms/TFloppy.h"
 #include "forms/TPrint.h"
 #include "forms/TScreen.h"
+#include "forms/TSerial.h"
 #include "forms/TTape.h"
 #include "forms/TTools.h"
 #include "forms/TVCmon.h"
 #include "machine/Memory.h"
 #include "sound/BlockRecording.h"
 #include "sound/Mixer.h"
+#include "sound/SoundCard.h"
 #include "sound/Tone.h"
 #include "tape/Tape.h"
 #include "z80/Z80State.h"
@@ -55,9 +66,12 @@ struct MachineState {
   LightPen pen;
   Picture picture;
   Tone tone;
+  SoundCard card;
   Mixer mixer;
   BlockRecording recording;
   Tape tape;
+  Floppy floppy;
+  Serial serial;
   Printer printer;
 
   // Forms.
@@ -66,10 +80,18 @@ struct MachineState {
   BareForm frame2, fscreen;
   CPUmon cpumon;
   TVCmon tvcmon;
+  Asse asse;
   TTape ttape;
   FDXF fdxf;
   Fsaa fsaa;
+  FSN76489 fsn76489;
+  FYM3812 fym3812;
+  FYM2413 fym2413;
+  FSID fsid;
+  T8910 t8910;
   ErrorSim errorsim;
+  TFloppy tfloppy;
+  TSerial tserial;
   TPrint tprint;
   TTools tools;
 

@@ -1,5 +1,6 @@
 #include "machine/MachineHash.h"
 
+#include <array>
 #include <bit>
 #include <cstring>
 
@@ -37,10 +38,27 @@ concept Series = requires(const T& series) {
   series.size();
 };
 
-// No part of the machine's state.
+// A series that does not lie in one piece.
 template <class T>
-concept Shown = std::is_same_v<T, FormState> || std::is_same_v<T, Look> || std::is_same_v<T, Trace> ||
-    std::is_same_v<T, PixelImage>;
+concept Queue = !Series<T> && requires(const T& queue) {
+  queue.begin();
+  queue.size();
+};
+
+// Numbers side by side and nothing between them.
+template <class T>
+inline constexpr bool kFlat = Number<T>;
+template <Number T, size_t kSize>
+inline constexpr bool kFlat<std::array<T, kSize>> = true;
+
+// No part of the machine's state: what windows look like, and records that say so of themselves.
+template <class T>
+concept ShownOnly = requires {
+  typename T::ShownOnly;
+};
+template <class T>
+concept Shown = ShownOnly<T> || std::is_same_v<T, FormState> || std::is_same_v<T, Look> ||
+    std::is_same_v<T, Trace> || std::is_same_v<T, PixelImage>;
 
 template <class T>
 void AddTo(Hash& hash, const T& value) {
@@ -53,10 +71,13 @@ void AddTo(Hash& hash, const T& value) {
   } else if constexpr (Series<T>) {
     using Element = std::remove_cvref_t<decltype(*value.data())>;
     hash.Add(value.size());
-    if constexpr (Number<Element>)
+    if constexpr (kFlat<Element>)
       hash.AddBytes(value.data(), value.size() * sizeof(Element));
     else
       for (const auto& element : value) AddTo(hash, element);
+  } else if constexpr (Queue<T>) {
+    hash.Add(value.size());
+    for (const auto& element : value) AddTo(hash, element);
   } else if constexpr (std::is_same_v<T, Z80State>) {
     hash.AddBytes(&value, sizeof value);  // integers all through
   } else {

@@ -58,6 +58,9 @@ void MachineInit(Machine& m) {
   m.PortShadow.fill(0);
   KeyboardClear(m.keyboard);
   CpuInit(m.z80);
+  SoundCardInit(m.card);
+  // Always open at first, although nothing plays it until the user has listed dumps and chosen one.
+  SidTuneOpenFile(m.card.tune, SidTuneFormat::Sidx, "ninja.txt");
   m.z80.CurOpcode = 0;
   m.z80.PrefixState = 0;
   m.z80.UnDocEnabled = 1;
@@ -93,6 +96,7 @@ void MachineReset(Machine& m) {
   m.PortShadow[kStatusPort] = 0xBF;
   m.PortShadow[5] = 0xFF;
   CrtcReset(m.crtc);
+  SoundCardReset(m.card);
   CpuReset(m);
   RenewPages(m);
 }

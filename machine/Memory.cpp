@@ -108,13 +108,25 @@ uintptr_t Biased(const uint8_t* byte, int granule) {
   return reinterpret_cast<uintptr_t>(byte) - static_cast<uintptr_t>(granule) * kGranule;
 }
 
+// While VideoReadNoise is set, reads of page 2 video RAM set these bits in bank 0, whatever bank they read.
+constexpr uint8_t kReadDamage = 0x37;
+bool ReadsDamage(const Machine& m, int32_t address) {
+  return m.VideoReadNoise && address >= 0x8000 && address < 0xC000 && (m.PortShadow[2] & 0x20) == 0;
+}
+
 }  // namespace
 
 uint8_t MemRead(Machine& m, int32_t address) {
-  const bool page2Video = address >= 0x8000 && address < 0xC000 && (m.PortShadow[2] & 0x20) == 0;
-  if (page2Video && m.VideoReadNoise) *Image(m, address + kBankFromPage2[0]) |= 0x37;
+  if (ReadsDamage(m, address)) *Image(m, address + kBankFromPage2[0]) |= kReadDamage;
   const uint8_t* byte = ReadPlace(m, address);
   return byte == nullptr ? 0 : *byte;
+}
+
+uint8_t MemPeek(Machine& m, int32_t address) {
+  const uint8_t* byte = ReadPlace(m, address);
+  if (byte == nullptr) return 0;
+  const bool damaged = ReadsDamage(m, address) && byte == Image(m, address + kBankFromPage2[0]);
+  return damaged ? *byte | kReadDamage : *byte;
 }
 
 void MemWrite(Machine& m, int32_t address, uint8_t value) {

@@ -34,6 +34,9 @@ inline constexpr const char* kMexCartridge = "mex4mb.crt";
 // VideoReadNoise is set, reads of page 2 video RAM damage bank 0.
 uint8_t MemRead(Machine& m, int32_t address);
 
+// The same value without any side effect, for whoever only looks.
+uint8_t MemPeek(Machine& m, int32_t address);
+
 // Stores a byte as the processor does. ROM and gaps ignore it. A store into the window of I/O cards 1 to
 // 3 ends the program.
 void MemWrite(Machine& m, int32_t address, uint8_t value);

@@ -45,17 +45,15 @@ int32_t ReadStatus(Machine& m) {
   return status;
 }
 
-// The cards in slots 0 and 1 name themselves; those in slots 2 and 3 can't.
-int32_t ReadCardIds(const Machine& m) {
-  int32_t ids = 0xFF;
-  if (m.screen.xio0) ids = 0xFE;
-  if (m.screen.xio1) ids &= 0xF3;
-  return ids;
-}
-
 int32_t ReloadTone(Machine& m) {
   m.run.ToneItCounter = TonePeriod(m.PortShadow);
   return 255;
+}
+
+// The chip, and the real one that may sit in the computer.
+void WriteOpl(Machine& m, uint8_t port, int32_t value) {
+  OplWrite(m.card.opl, port, static_cast<uint8_t>(value));
+  FYM3812_DirectOut(m, port, value);
 }
 
 // An edge is heard; the frame has 441 slots, which its last T-states lie behind.
@@ -69,6 +67,13 @@ void WriteTapeEdge(Machine& m) {
 
 }  // namespace
 
+int32_t CardIds(const Machine& m) {
+  int32_t ids = 0xFF;
+  if (m.screen.xio0) ids = 0xFE;
+  if (m.screen.xio1) ids &= 0xF3;
+  return ids;
+}
+
 int32_t ReadTape(Machine& m) {
   const int32_t level = TapeRead(m.tape);
   ToneStoreSlot(m.tone, level, m.run.FrameClock);
@@ -76,29 +81,31 @@ int32_t ReadTape(Machine& m) {
 }
 
 void PortOut(Machine& m, int32_t port, int32_t& value) {
-  const auto number = static_cast<uint8_t>(port);
-  uint8_t& shadow = m.PortShadow[number];
+  const auto number = static_cast<uint8_t>(port), byte = static_cast<uint8_t>(value);
   switch (number) {
     case 0x00: BorderSet(m.palette, value, m.run.FrameClock); break;
     case 0x01: break;
     case 0x02: return StorePaging(m, number, value, 0xFC);
     case 0x03: return StorePaging(m, number, value, 0xC0);
-    case 0x04:
-    case 0x05: break;
+    case 0x04 ... 0x05: break;
     case 0x06: StrobeAndSample(m, value); break;
     case 0x07: return AcknowledgeIrq(m);
+    case 0x0C ... 0x0E: return FloppyWrite(m.floppy, number, byte);
     case 0x0F: return StorePaging(m, number, value, 0x0F);
+    case 0x10 ... 0x14: return FloppyWrite(m.floppy, number, byte);
     case 0x18: return StorePaging(m, number, value, 0x30);
-    case 0x36:
-    case 0x37: return SelectSoundRomPage(m, value);
-    case 0x50:
-    case 0x51:
-    case 0x52:
-    case 0x53:
-    case 0x54:
-    case 0x55:
-    case 0x56:
-    case 0x57: return WriteTapeEdge(m);
+    case 0x20: return SerialWrite(m.serial, byte);
+    case 0x21: break;
+    case 0x30:
+    case 0xFD: return SnWrite(m.card.sn, ChipControls(m.fsn76489), byte);
+    case 0x32 ... 0x33:
+    case 0xFE ... 0xFF: return SaaWrite(m.card.saa, ChipControls(m.fsaa), number, byte);
+    case 0x34 ... 0x35: return WriteOpl(m, number, value);
+    case 0x36 ... 0x37: return SelectSoundRomPage(m, value);
+    case 0x38 ... 0x39: return SidWrite(m.card.sid, number, byte);
+    case 0x3A ... 0x3B: return AyWrite(m.card.ay, number, byte);
+    case 0x3C ... 0x3D: return OpllWrite(m.card.opll, number, byte);
+    case 0x50 ... 0x57: return WriteTapeEdge(m);
     case 0x58:
     case 0x5C: return SetStatus(m, 0x01);
     case 0x59:
@@ -107,22 +114,7 @@ void PortOut(Machine& m, int32_t port, int32_t& value) {
     case 0x5E: return SetStatus(m, 0x04);
     case 0x5B:
     case 0x5F: return SetStatus(m, 0x08);
-    case 0x60:
-    case 0x61:
-    case 0x62:
-    case 0x63:
-    case 0x64:
-    case 0x65:
-    case 0x66:
-    case 0x67:
-    case 0x68:
-    case 0x69:
-    case 0x6A:
-    case 0x6B:
-    case 0x6C:
-    case 0x6D:
-    case 0x6E:
-    case 0x6F: PALSet(m.palette, m.PortShadow, m.run.FrameClock); break;
+    case 0x60 ... 0x6F: PALSet(m.palette, m.PortShadow, m.run.FrameClock); break;
     case 0x70:
     case 0x72:
     case 0x74:
@@ -132,19 +124,23 @@ void PortOut(Machine& m, int32_t port, int32_t& value) {
     case 0x75:
     case 0x77: return CrtcWrite(m.crtc, value);
     case 0xA0: return StorePaging(m, number, value, 0xFF);
+    case 0xE0 ... 0xF8: return SidWriteDirect(m.card.sid, number, byte);
     default: LogPortWrite(m.screen.List1, number); break;
   }
-  shadow = static_cast<uint8_t>(value);
+  m.PortShadow[number] = static_cast<uint8_t>(value);
 }
 
 int32_t PortIn(Machine& m, int32_t port) {
   switch (port) {
+    case 0x10 ... 0x14: return FloppyRead(m.floppy, static_cast<uint8_t>(port));
+    case 0x20: return SerialRead(m.serial);
+    case 0x21: return SerialStatus(m.serial);
     case 0x58:
     case 0x5C: return KeyboardRow(m.keyboard, m.PortShadow[3]);
     case 0x59:
     case 0x5D: return ReadStatus(m);
     case 0x5A:
-    case 0x5E: return ReadCardIds(m);
+    case 0x5E: return CardIds(m);
     case 0x5B:
     case 0x5F: return ReloadTone(m);
     case 0x70:

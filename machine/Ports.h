@@ -15,6 +15,9 @@ void PortOut(Machine& m, int32_t port, int32_t& value);
 // Reads a port; 0 to 255. Ports without a function and numbers above 255 give 255.
 int32_t PortIn(Machine& m, int32_t port);
 
+// Port 0x5A: the cards in slots 0 and 1 name themselves, two bits a slot; those in slots 2 and 3 can't.
+int32_t CardIds(const Machine& m);
+
 // The tape's next sample as a level, 0 or 1. It is heard, too.
 int32_t ReadTape(Machine& m);
 

@@ -14,9 +14,10 @@ enum class Element { Byte, Int16, Int32, Trail };
 // Where the elements are at this moment. A script can hold on to a page of a cartridge that has been
 // unloaded, so each access asks anew.
 struct View {
-  void* data;
+  void* data;  // null: nothing is stored there yet, all elements are 0
   lua_Integer size;
   Element element;
+  lua_Integer stride = 1;  // of bytes: how far the next one is
 };
 
 View Of(uint8_t* data, size_t size) { return {data, static_cast<lua_Integer>(size), Element::Byte}; }
@@ -28,7 +29,20 @@ View Of(Array& array) {
   return Of(array.data(), array.size());
 }
 
+// Records that are bytes throughout, one after the other in the order of their fields.
+template <typename Record, size_t kCount>
+View BytesOf(std::array<Record, kCount>& records) {
+  static_assert(alignof(Record) == 1 && std::is_trivially_copyable_v<Record>);
+  return Of(reinterpret_cast<uint8_t*>(records.data()), sizeof records);
+}
+
 constexpr View kNothing{nullptr, 0, Element::Byte};
+
+// A drive's bytes; the disks lie byte by byte beside each other.
+View OfDrive(Floppy& floppy, lua_Integer drive) {
+  uint8_t* first = floppy.DiskData.empty() ? nullptr : &floppy.DiskData.front()[static_cast<size_t>(drive)];
+  return {first, static_cast<lua_Integer>(kDiskSize), Element::Byte, static_cast<lua_Integer>(kDrives)};
+}
 
 struct ArrayKind {
   const char* name;
@@ -37,6 +51,7 @@ struct ArrayKind {
   lua_Integer rows = 0;
   bool (*exists)(const Machine&) = nullptr;
   void (*written)(Machine&) = nullptr;  // makes a write take effect
+  void (*writing)(Machine&) = nullptr;  // before a write: makes room
 };
 
 constexpr ArrayKind kPcHistory{"RunState.PcHistory", [](Machine& m, lua_Integer) {
@@ -61,13 +76,25 @@ constexpr std::array kArrays{
     ArrayKind{"DacSlots", [](Machine& m, lua_Integer) { return Of(m.tone.DacSlots); }},
     ArrayKind{"BlockBuffer", [](Machine& m, lua_Integer) { return Of(m.mixer.BlockBuffer); }},
     ArrayKind{"ToneOut", [](Machine& m, lua_Integer) { return Of(m.tone.ToneOut); }},
-    ArrayKind{"SaaOutL", [](Machine& m, lua_Integer) { return Of(m.mixer.SaaOutL); }},
-    ArrayKind{"SaaOutR", [](Machine& m, lua_Integer) { return Of(m.mixer.SaaOutR); }},
-    ArrayKind{"SnOut", [](Machine& m, lua_Integer) { return Of(m.mixer.SnOut); }},
-    ArrayKind{"Ym3812Out", [](Machine& m, lua_Integer) { return Of(m.mixer.Ym3812Out); }},
-    ArrayKind{"Ym2413Out", [](Machine& m, lua_Integer) { return Of(m.mixer.Ym2413Out); }},
-    ArrayKind{"SidOut", [](Machine& m, lua_Integer) { return Of(m.mixer.SidOut); }},
-    ArrayKind{"AyOut", [](Machine& m, lua_Integer) { return Of(m.mixer.AyOut); }},
+    ArrayKind{"SaaOutL", [](Machine& m, lua_Integer) { return Of(m.card.saa.SaaOutL); }},
+    ArrayKind{"SaaOutR", [](Machine& m, lua_Integer) { return Of(m.card.saa.SaaOutR); }},
+    ArrayKind{"SnOut", [](Machine& m, lua_Integer) { return Of(m.card.sn.SnOut); }},
+    ArrayKind{"Ym3812Out", [](Machine& m, lua_Integer) { return Of(m.card.opl.Ym3812Out); }},
+    ArrayKind{"Ym2413Out", [](Machine& m, lua_Integer) { return Of(m.card.opll.Ym2413Out); }},
+    ArrayKind{"SidOut", [](Machine& m, lua_Integer) { return Of(m.card.sid.SidOut); }},
+    ArrayKind{"AyOut", [](Machine& m, lua_Integer) { return Of(m.card.ay.AyOut); }},
+    ArrayKind{"DiskData", [](Machine& m, lua_Integer drive) { return OfDrive(m.floppy, drive); }, kDrives,
+              nullptr, nullptr, [](Machine& m) { m.floppy.DiskData.resize(kDiskSize); }},
+    ArrayKind{"SN_Reg", [](Machine& m, lua_Integer) { return Of(m.card.sn.SN_Reg); }},
+    ArrayKind{"AY_Reg", [](Machine& m, lua_Integer) { return Of(m.card.ay.AY_Reg); }},
+    ArrayKind{"SAA_Amp", [](Machine& m, lua_Integer) { return Of(m.card.saa.SAA_Amp); }},
+    ArrayKind{"SAA_Freq", [](Machine& m, lua_Integer) { return BytesOf(m.card.saa.SAA_Freq); }},
+    ArrayKind{"SAA_Enable", [](Machine& m, lua_Integer) { return BytesOf(m.card.saa.SAA_Enable); }},
+    ArrayKind{"SAA_Noise", [](Machine& m, lua_Integer) { return Of(m.card.saa.SAA_Noise); }},
+    ArrayKind{"SAA_Env", [](Machine& m, lua_Integer) { return BytesOf(m.card.saa.SAA_Env); }},
+    ArrayKind{"OPL_Reg", [](Machine& m, lua_Integer) { return Of(m.card.opl.OPL_Reg); }},
+    ArrayKind{"OPLL_Reg", [](Machine& m, lua_Integer) { return Of(m.card.opll.OPLL_Reg); }},
+    ArrayKind{"SID_Reg", [](Machine& m, lua_Integer) { return Of(m.card.sid.SID_Reg); }},
 };
 
 // What a Lua value of an array holds: the array, or one of its rows.
@@ -108,8 +135,9 @@ View CheckView(lua_State* L, Script& script, const ArrayRef& ref) {
 }
 
 lua_Integer Load(const View& view, lua_Integer index) {
+  if (view.data == nullptr) return 0;
   switch (view.element) {
-    case Element::Byte: return static_cast<const uint8_t*>(view.data)[index];
+    case Element::Byte: return static_cast<const uint8_t*>(view.data)[index * view.stride];
     case Element::Int16: return static_cast<const int16_t*>(view.data)[index];
     case Element::Int32: return static_cast<const int32_t*>(view.data)[index];
     case Element::Trail: return (*static_cast<const PcTrail*>(view.data))[static_cast<uint32_t>(index)];
@@ -119,13 +147,21 @@ lua_Integer Load(const View& view, lua_Integer index) {
 
 void Store(const View& view, lua_Integer index, lua_Integer value) {
   switch (view.element) {
-    case Element::Byte: static_cast<uint8_t*>(view.data)[index] = static_cast<uint8_t>(value); break;
+    case Element::Byte:
+      static_cast<uint8_t*>(view.data)[index * view.stride] = static_cast<uint8_t>(value);
+      break;
     case Element::Int16: static_cast<int16_t*>(view.data)[index] = static_cast<int16_t>(value); break;
     case Element::Int32: static_cast<int32_t*>(view.data)[index] = static_cast<int32_t>(value); break;
     case Element::Trail:
       (*static_cast<PcTrail*>(view.data))[static_cast<uint32_t>(index)] = static_cast<int32_t>(value);
       break;
   }
+}
+
+// View of an array whose elements are to be changed.
+View CheckWritable(lua_State* L, Script& script, const ArrayRef& ref) {
+  if (!IsRows(ref) && ref.kind->writing != nullptr) ref.kind->writing(script.machine);
+  return CheckView(L, script, ref);
 }
 
 void Written(Script& script, const ArrayRef& ref) {
@@ -142,8 +178,10 @@ int Get(lua_State* L, Script& script) {
                       first, view.size);
   }
   if (view.element == Element::Byte) {
-    const auto* bytes = static_cast<const char*>(view.data);
-    lua_pushlstring(L, count == 0 ? "" : bytes + first, static_cast<size_t>(count));
+    luaL_Buffer bytes;
+    char* text = luaL_buffinitsize(L, &bytes, static_cast<size_t>(count));
+    for (lua_Integer i = 0; i < count; ++i) text[i] = static_cast<char>(Load(view, first + i));
+    luaL_pushresultsize(&bytes, static_cast<size_t>(count));
     return 1;
   }
   lua_createtable(L, static_cast<int>(count), 0);
@@ -156,7 +194,7 @@ int Get(lua_State* L, Script& script) {
 
 int Set(lua_State* L, Script& script) {
   const ArrayRef ref = CheckArray(L);
-  const View view = CheckView(L, script, ref);
+  const View view = CheckWritable(L, script, ref);
   const lua_Integer first = luaL_checkinteger(L, 2);
   const bool isString = lua_type(L, 3) == LUA_TSTRING && view.element == Element::Byte;
   if (!isString) luaL_checktype(L, 3, LUA_TTABLE);
@@ -167,9 +205,8 @@ int Set(lua_State* L, Script& script) {
                       first, view.size);
   }
   if (isString) {
-    if (count > 0) {
-      std::memcpy(static_cast<uint8_t*>(view.data) + first, lua_tostring(L, 3), static_cast<size_t>(count));
-    }
+    const char* text = lua_tostring(L, 3);
+    for (lua_Integer i = 0; i < count; ++i) Store(view, first + i, static_cast<uint8_t>(text[i]));
   } else {
     // All are looked at before the first is stored, so that a bad table changes nothing.
     for (const bool store : {false, true}) {
@@ -212,7 +249,7 @@ int Index(lua_State* L, Script& script) {
 
 int NewIndex(lua_State* L, Script& script) {
   const ArrayRef ref = CheckArray(L);
-  const View view = CheckView(L, script, ref);
+  const View view = CheckWritable(L, script, ref);
   const lua_Integer index = CheckIndex(L, ref, view.size);
   Store(view, index, luaL_checkinteger(L, 3));
   Written(script, ref);

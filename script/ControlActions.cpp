@@ -38,11 +38,17 @@ int PressButton(lua_State* L, Script& script) {
   const char* name = luaL_checkstring(L, kControl);
   if (FindControl(form, name) == nullptr) return luaL_error(L, "there is no button %s.%s", form, name);
   const Control& control = CheckControl(L, CheckForm(L, kForm), kControl);
+  const bool held = control.down && !control.click;  // acts while it is held
   const bool pressable =
-      control.kind == ControlKind::Button || (control.kind == ControlKind::Label && control.click);
+      control.kind == ControlKind::Button || (control.kind == ControlKind::Label && (control.click || held));
   if (!pressable) return luaL_error(L, "%s.%s is no button", form, name);
   const ControlRef ref = CheckRef(L, script);
-  Press(script.machine, ref);
+  if (held) {
+    MouseDown(script.machine, ref);
+    MouseUp(script.machine, ref);
+  } else {
+    Press(script.machine, ref);
+  }
   return 0;
 }
 
@@ -75,6 +81,14 @@ int ChooseBy(lua_State* L, Script& script) {
   return 0;
 }
 
+// On a list's entry, or on any other control that answers to it.
+int DoubleClickOn(lua_State* L, Script& script) {
+  const Control& control = CheckControl(L, CheckForm(L, kForm), kControl);
+  const bool list = control.kind == ControlKind::List || control.kind == ControlKind::Combo;
+  if (!list && control.doubleClick) return Act<DoubleClick, &Control::doubleClick>(L, script);
+  return ChooseBy<DoubleClickEntry>(L, script);
+}
+
 int Selected(lua_State* L, Script& script) {
   const ControlRef ref = CheckList(L, script);
   const ListRef list = ListOf(script.machine, *ref.control);
@@ -92,7 +106,7 @@ void OpenControlActions(lua_State* L) {
   lua_register(L, "Press", Guarded<PressButton>);
   lua_register(L, "Enter", Guarded<PressEnterKey>);
   lua_register(L, "Choose", Guarded<ChooseBy<ChooseEntry>>);
-  lua_register(L, "DoubleClick", Guarded<ChooseBy<DoubleClickEntry>>);
+  lua_register(L, "DoubleClick", Guarded<DoubleClickOn>);
   lua_register(L, "Selected", Guarded<Selected>);
   lua_register(L, "MouseDown", (Guarded<Act<MouseDown, &Control::down>>));
   lua_register(L, "MouseUp", (Guarded<Act<MouseUp, &Control::up>>));

@@ -27,7 +27,7 @@ void Push(lua_State* L, const Trace& trace) {
   lua_createtable(L, static_cast<int>(trace.y.size()), 0);
   for (size_t i = 0; i < trace.y.size(); ++i) {
     lua_createtable(L, 0, 2);
-    SetNumber(L, "x", static_cast<lua_Number>(static_cast<float>(i) * trace.step));
+    SetNumber(L, "x", static_cast<lua_Number>(trace.X(i)));
     SetNumber(L, "y", static_cast<lua_Number>(trace.y[i]));
     lua_rawseti(L, -2, static_cast<lua_Integer>(i) + 1);
   }
@@ -106,6 +106,7 @@ void TakeValue(lua_State* L, Script& script, const ControlRef& ref) {
     case ControlKind::List:
     case ControlKind::Label:
     case ControlKind::Lamp:
+    case ControlKind::Bar:
     case ControlKind::Scope:
     case ControlKind::Image:
     case ControlKind::Timer: Refuse(L, "%s cannot be changed", name);
@@ -124,6 +125,7 @@ const Form& CheckFormValue(lua_State* L) {
 int ReadControl(lua_State* L, Script& script) {
   const Form& form = CheckFormValue(L);
   const Control& control = CheckControl(L, form, 2);
+  RefreshForm(script.machine, form);
   if (control.count > 0) {
     *static_cast<ControlRef*>(lua_newuserdatauv(L, sizeof(ControlRef), 0)) = {&form, &control, 0};
     luaL_setmetatable(L, kGroupMetatable);
@@ -150,6 +152,7 @@ ControlRef CheckElement(lua_State* L) {
 
 int ReadElement(lua_State* L, Script& script) {
   const ControlRef ref = CheckElement(L);
+  RefreshForm(script.machine, *ref.form);
   if (!PushValue(L, script, ref)) Refuse(L, "%s has no value", Name(ref.control->name));
   return 1;
 }

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "forms/TFloppy.h"
 #include "machine/Ports.h"
 #include "media/Cartridge.h"
 #include "media/Cas.h"
@@ -53,6 +54,7 @@ constexpr std::array kFunctions{
     luaL_Reg{"SaveSnapshot", Guarded<WithFile<SaveSnapshot>>},
     luaL_Reg{"LoadCRT", Guarded<WithFile<LoadCRT>>},
     luaL_Reg{"LoadTIM", Guarded<WithFile<LoadTIM>>},
+    luaL_Reg{"LoadDisk", Guarded<WithFile<TFloppy_Insert>>},
     luaL_Reg{"TapeOpen", Guarded<OpenTape>},
     luaL_Reg{"TapeRewind", Guarded<RewindTape>},
     luaL_Reg{"TapeRead", Guarded<ReadTape>},

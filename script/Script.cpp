@@ -75,6 +75,8 @@ int OpenScript(lua_State* L) {
   OpenArrays(L);
   OpenFunctions(L);
   OpenMediaFunctions(L);
+  OpenCards(L);
+  OpenDevFunctions(L);
   OpenControls(L);
   OpenRunning(L);
   OpenTyping(L);

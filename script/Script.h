@@ -72,6 +72,8 @@ void OpenRecords(lua_State* L);
 void OpenArrays(lua_State* L);
 void OpenFunctions(lua_State* L);
 void OpenMediaFunctions(lua_State* L);
+void OpenCards(lua_State* L);
+void OpenDevFunctions(lua_State* L);
 void OpenControls(lua_State* L);
 void OpenRunning(lua_State* L);
 void OpenTyping(lua_State* L);

@@ -2,6 +2,7 @@
 
 #include "forms/Forms.h"
 #include "machine/Machine.h"
+#include "script/PictureFiles.h"
 
 namespace quoll {
 
@@ -54,6 +55,23 @@ int64_t ScriptHost::PerformanceFrequency() { return kSecond; }
 
 void ScriptHost::MessageBox(std::string_view text, std::string_view title, MessageIcon /*icon*/) {
   messages.push_back({std::string(text), std::string(title)});
+}
+
+std::span<uint8_t> ScriptHost::SerialRecord() { return quoll::SerialRecord(links); }
+
+bool ScriptHost::CallCompanion(CompanionCall call, const std::string& folder) {
+  return !linked || quoll::CallCompanion(links, call, folder);
+}
+
+std::vector<std::string> ScriptHost::Printers() { return {std::string(kPrinter)}; }
+
+std::string ScriptHost::Print(const std::string& printer, std::string_view text) {
+  jobs.push_back({printer, std::string(text)});
+  return {};
+}
+
+bool ScriptHost::LoadPicture(const std::string& file, PixelImage& picture) {
+  return ReadPicture(file, picture);
 }
 
 void ScriptHost::UseRealClock(bool real) {

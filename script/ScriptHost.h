@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "cards/CardLinks.h"
 #include "core/FormTimers.h"
 #include "core/Host.h"
 
@@ -19,7 +20,15 @@ struct Message {
   std::string title;
 };
 
+// What was sent to a printer.
+struct PrintJob {
+  std::string printer;
+  std::string text;  // UTF-8
+};
+
 struct ScriptHost final : Host {
+  static constexpr std::string_view kPrinter = "Script";  // takes what is printed for PrintJobs
+
   static constexpr int64_t kNever = std::numeric_limits<int64_t>::max();
 
   void FrameEnded(Machine& m) override;
@@ -29,6 +38,13 @@ struct ScriptHost final : Host {
   int64_t PerformanceCounter() override;
   int64_t PerformanceFrequency() override;
   void MessageBox(std::string_view text, std::string_view title, MessageIcon icon) override;
+  // Nothing is shared and nobody is called before the script asks for it.
+  std::span<uint8_t> SerialRecord() override;
+  bool CallCompanion(CompanionCall call, const std::string& folder) override;
+  std::vector<std::string> Printers() override;
+  std::string Print(const std::string& printer, std::string_view text) override;
+  void SetClipboard(std::string_view text) override { clipboard = text; }
+  bool LoadPicture(const std::string& file, PixelImage& picture) override;
 
   // Lets the machine see the real clock, or the one that frames move. Time goes on from where it is.
   void UseRealClock(bool real);
@@ -40,7 +56,12 @@ struct ScriptHost final : Host {
   int64_t frames = 0;       // frame ends seen
   int64_t stopAt = kNever;  // the machine is stopped when this many have been seen
 
+  std::string clipboard;          // what the machine's windows have copied last
   std::vector<Message> messages;  // boxes not yet asked for by the script
+  std::vector<PrintJob> jobs;     // the same for what was printed
+
+  CardLinks links;
+  bool linked = false;  // the script has asked for the shared memories
 
   std::vector<uint8_t> sound;  // every block mixed since the start
   size_t soundTaken = 0;       // bytes of it that the script has had

@@ -13,10 +13,11 @@ uint8_t OutputByte(double sum) { return static_cast<uint8_t>(std::lrint(sum)); }
 // A frame of zeros: what a silent chip renders.
 constexpr FrameSamples kSilentFrame{};
 
-bool ChipsAreSilent(const Mixer& mixer) {
-  return mixer.SaaOutL == kSilentFrame && mixer.SaaOutR == kSilentFrame && mixer.SnOut == kSilentFrame &&
-         mixer.Ym3812Out == kSilentFrame && mixer.Ym2413Out == kSilentFrame && mixer.SidOut == kSilentFrame &&
-         mixer.AyOut == kSilentFrame;
+bool ChipsAreSilent(const SoundCard& card) {
+  return card.saa.SaaOutL == kSilentFrame && card.saa.SaaOutR == kSilentFrame &&
+         card.sn.SnOut == kSilentFrame && card.opl.Ym3812Out == kSilentFrame &&
+         card.opll.Ym2413Out == kSilentFrame && card.sid.SidOut == kSilentFrame &&
+         card.ay.AyOut == kSilentFrame;
 }
 
 // Half of a sample, ties to even.
@@ -36,19 +37,19 @@ void MixTone(uint8_t* out, const FrameSamples& toneOut) {
 
 }  // namespace
 
-void MixFrame(Mixer& mixer, const FrameSamples& toneOut) {
+void MixFrame(Mixer& mixer, const FrameSamples& toneOut, const SoundCard& card) {
   if (mixer.FrameInBlock < 0 || mixer.FrameInBlock >= kFramesPerBlock) return;
   uint8_t* out = &mixer.BlockBuffer[2 * kFrameSamples * mixer.FrameInBlock];
-  if (ChipsAreSilent(mixer)) return MixTone(out, toneOut);
+  if (ChipsAreSilent(card)) return MixTone(out, toneOut);
   for (int i = 0; i < kFrameSamples; ++i) {
     // A sum of tenths depends on the order of its terms: the chips stand in the same one on both sides.
-    const double opl = 0.5 * mixer.Ym3812Out[i] + 0.5 * mixer.Ym2413Out[i];
-    const double sn = 0.1 * mixer.SnOut[i];
+    const double opl = 0.5 * card.opl.Ym3812Out[i] + 0.5 * card.opll.Ym2413Out[i];
+    const double sn = 0.1 * card.sn.SnOut[i];
     const double tone = 0.5 * toneOut[i];
-    const double sid = 0.1 * mixer.SidOut[i];
-    const double ay = mixer.AyOut[i];
-    *out++ = OutputByte(opl + mixer.SaaOutL[i] + sn + tone + sid + ay + kSilence);
-    *out++ = OutputByte(opl + mixer.SaaOutR[i] + sn + tone + sid + ay + kSilence);
+    const double sid = 0.1 * card.sid.SidOut[i];
+    const double ay = card.ay.AyOut[i];
+    *out++ = OutputByte(opl + card.saa.SaaOutL[i] + sn + tone + sid + ay + kSilence);
+    *out++ = OutputByte(opl + card.saa.SaaOutR[i] + sn + tone + sid + ay + kSilence);
   }
 }
 

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "sound/SoundCard.h"
 #include "sound/Tone.h"
 
 namespace quoll {
@@ -21,8 +22,6 @@ constexpr std::array<uint8_t, kBlockBytes> SilentBlock() {
 }
 
 struct Mixer {
-  // Last rendered frame of each chip; the tone generator holds its own.
-  FrameSamples SaaOutL{}, SaaOutR{}, SnOut{}, Ym3812Out{}, Ym2413Out{}, SidOut{}, AyOut{};
   // Interleaved left and right bytes, unsigned, silence at 128.
   std::array<uint8_t, kBlockBytes> BlockBuffer = SilentBlock();
   int32_t FrameInBlock = 0;  // frames of the block mixed so far, 0 to 5
@@ -33,7 +32,8 @@ struct Mixer {
   bool operator==(const Mixer&) const = default;
 };
 
-// Mixes the present frame buffers into place FrameInBlock of the block. A sum outside 0 to 255 wraps.
-void MixFrame(Mixer& mixer, const FrameSamples& toneOut);
+// Mixes the frame buffers of tone and chips into place FrameInBlock of the block. A sum outside 0 to 255
+// wraps.
+void MixFrame(Mixer& mixer, const FrameSamples& toneOut, const SoundCard& card);
 
 }  // namespace quoll

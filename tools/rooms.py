@@ -21,8 +21,10 @@ FLOORS = (
 )
 # The one pair that sees each other: the forms' records are part of the machine.
 UPWARDS = {"machine/Machine.h": "forms"}
-# A room's tests, in its folder "test", see everything; nothing else sees a test.
+# A room's tests, in its folder "test", see everything; nothing else sees a test but the benchmarks, which
+# measure the plain models of the tests beside the real thing.
 TEST = "test"
+SEES_TESTS = "bench"
 
 FLOOR_OF = {room: floor for floor, rooms in enumerate(FLOORS) for room in rooms}
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"')
@@ -47,7 +49,7 @@ def fault_of(file, included):
         return "its folder is no room of tools/rooms.py"
     if there is None:
         return "is no file of a room"
-    if is_test(included):
+    if is_test(included) and here != SEES_TESTS:
         return "only tests see tests"
     if here == there or FLOOR_OF[there] < FLOOR_OF[here] or UPWARDS.get(file) == there:
         return None

@@ -10,9 +10,8 @@
 
 #include "z80/Alu.h"
 #include "z80/OpcodesCB.h"
-#include "z80/OpcodesDD.h"
 #include "z80/OpcodesED.h"
-#include "z80/OpcodesFD.h"
+#include "z80/OpcodesIndex.h"
 
 namespace quoll {
 
@@ -365,7 +364,7 @@ void xx(Core& c) {
     case 0xDA: JumpIfC(c); break;
     case 0xDB: s.A = c.In(c.Byte(1)); c.Next(11, 2, 3); break;
     case 0xDC: CallIf(c, s.FlagC == 1); break;
-    case 0xDD: ++c.pc; xxDD(c); break;
+    case 0xDD: ++c.pc; xxIndex<IXPage>(c); break;
     case 0xDE: SbcA(s, c.Byte(1)); c.Next(4, 2); break;
     case 0xDF: c.CallTo(0x18, 11, 1, 2); break;
     case 0xE0: ReturnIf(c, s.FlagPV == 0); break;
@@ -397,7 +396,7 @@ void xx(Core& c) {
     case 0xFA: JumpIf(c, s.FlagS == 1); break;
     case 0xFB: s.IFF1 = s.IFF2 = 1; c.Next(4); c.Cut(); break;
     case 0xFC: CallIf(c, s.FlagS == 1); break;
-    case 0xFD: ++c.pc; xxFD(c); break;
+    case 0xFD: ++c.pc; xxIndex<IYPage>(c); break;
     case 0xFE: CpA(s, c.Byte(1)); c.Next(7, 2); break;
     case 0xFF: c.CallTo(0x38, 11, 1, 1); break;
   }

@@ -40,13 +40,14 @@ TEST(CodePage852, UpperHalf) {
 }
 
 TEST(CodePage852, LineEnds) {
-  EXPECT_EQ(PrintedText(""), "");
-  EXPECT_EQ(PrintedText("a\r\nb"), "a\nb");
-  EXPECT_EQ(PrintedText("a\nb"), "a\nb");
-  EXPECT_EQ(PrintedText("a\rb"), "a\nb");
-  EXPECT_EQ(PrintedText("a\r\n\r\nb"), "a\n\nb");
-  EXPECT_EQ(PrintedText("a\r\r\nb"), "a\n\nb");
-  EXPECT_EQ(PrintedText("a\n\rb"), "a\n\nb");
+  for (const auto& [page, text] : {std::pair("", ""),
+                                   {"a\r\nb", "a\nb"},
+                                   {"a\nb", "a\nb"},
+                                   {"a\rb", "a\nb"},
+                                   {"a\r\n\r\nb", "a\n\nb"},
+                                   {"a\r\r\nb", "a\n\nb"},
+                                   {"a\n\rb", "a\n\nb"}})
+    EXPECT_EQ(PrintedText(page), text);
 }
 
 TEST(CodePage852, ControlCharacters) {
@@ -65,11 +66,14 @@ TEST(CodePage852, ControlCharacters) {
 
 // The machine's letters and frame pieces, on their way through the printer's table.
 TEST(CodePage852, WhatTheMachinePrints) {
-  EXPECT_EQ(Printed("\x80\x81\x82\x83\x84\x85\x86\x87\x88"), "ÁÉĺÓÖŐÚÜŰ");
-  EXPECT_EQ(Printed("\x90\x91\x92\x93\x94\x95\x96\x97\x98"), "áéîóöőúüű");
-  EXPECT_EQ(Printed("\x7F\x89\x8A\x8B\x8C\x8D\x8E\x8F"), "█┌└│├┬┼Ă");
-  EXPECT_EQ(Printed("\x99\x9A\x9B\x9C\x9D\x9E\x9F\xA0\xFF"), "┐┘─┤┴ČŠ..");
-  EXPECT_EQ(Printed("10 PRINT \"\x91\"\r\n"), "10 PRINT \"é\"\n");
+  for (const auto& [machine, text] : {
+           std::pair("\x80\x81\x82\x83\x84\x85\x86\x87\x88", "ÁÉĺÓÖŐÚÜŰ"),
+           {"\x90\x91\x92\x93\x94\x95\x96\x97\x98", "áéîóöőúüű"},
+           {"\x7F\x89\x8A\x8B\x8C\x8D\x8E\x8F", "█┌└│├┬┼Ă"},
+           {"\x99\x9A\x9B\x9C\x9D\x9E\x9F\xA0\xFF", "┐┘─┤┴ČŠ.."},
+           {"10 PRINT \"\x91\"\r\n", "10 PRINT \"é\"\n"},
+       })
+    EXPECT_EQ(Printed(machine), text);
 }
 
 }  // namespace

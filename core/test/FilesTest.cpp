@@ -2,13 +2,13 @@
 #include <sys/stat.h>
 
 #include "core/Files.h"
-#include "media/test/Bench.h"
+#include "testkit/FolderTest.h"
 
 namespace quoll::test {
 
 namespace {
 
-using FilesTest = Bench;
+using FilesTest = FolderTest;
 using List = std::vector<std::string>;
 namespace fs = std::filesystem;
 
@@ -170,7 +170,7 @@ TEST_F(FilesTest, ALinkIsReplacedAndItsTargetKept) {
 
 TEST_F(FilesTest, TellsTheUserOnlyOfErrors) {
   EXPECT_TRUE(SaveFileOrTell(host, "a", Bytes{1}));
-  EXPECT_TRUE(host.boxes.empty());
+  EXPECT_TRUE(host.messages.empty());
   EXPECT_FALSE(SaveFileOrTell(host, "none/a", Bytes{1}));
   ExpectBox("none/a", kMissing);
 }

@@ -1,16 +1,26 @@
--- The sources in demos/asm, assembled as cassette files: asm.lua FOLDER
+-- The sources in demos/asm, as cassette files and in the assembler's window: asm.lua FILES SOURCES
 local d = dofile((arg[0]:match("^.*/") or "") .. "../demos.lua")
 local kRows, kRowBytes, kVideo = 240, 64, 0x10000
 local kStart = 10000
 
--- By RUN, or as the assembler's window does it: the code is in memory, PC is set.
+-- In the assembler's window: opened, compiled, started.
+local function runByWindow(name)
+  Click("xOpen")
+  asse.Text16 = arg[2] .. "/" .. name .. ".asm"
+  Press("asse", "Command14")
+  Press("asse", "Command1")
+  d.check(name .. " compiles", asse.Text13:find("^Completed"), asse.Text13)
+  Press("asse", "Command6")
+end
+
+-- By BASIC's RUN, or by the window's.
 local function begin(name, byWindow)
   MachineInit()
   d.boot()
-  LoadCAS(arg[1] .. "/" .. name .. ".cas")
   if byWindow then
-    Z80State.PC = kStart
+    runByWindow(name)
   else
+    LoadCAS(arg[1] .. "/" .. name .. ".cas")
     d.run()
   end
   d.untilTrue(name .. " does not start", 500, function() return Z80State.PC >= kStart and Z80State.PC < kStart + 1000 end)

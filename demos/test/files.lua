@@ -4,10 +4,8 @@ local d = dofile((arg[0]:match("^.*/") or "") .. "../demos.lua")
 d.boot()
 
 local function read(file)
-  local input = assert(io.open(file, "rb"))
-  local bytes = input:read("a")
-  input:close()
-  return bytes
+  local input <close> = assert(io.open(file, "rb"))
+  return input:read("a")
 end
 
 for _, name in ipairs(d.names) do

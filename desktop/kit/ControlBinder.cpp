@@ -21,6 +21,7 @@
 #include "desktop/widgets/PressLabel.h"
 #include "desktop/widgets/RegisterGrid.h"
 #include "desktop/widgets/Scope.h"
+#include "desktop/widgets/ValueBar.h"
 
 namespace quoll {
 
@@ -213,6 +214,15 @@ void ControlBinder::Bind(const ControlRef& ref, QAbstractSlider* slider) {
   BindLook(ref, slider);
 }
 
+void ControlBinder::Bind(const ControlRef& ref, ValueBar* bar) {
+  PullField<Scroll>(ref, [bar](const Scroll& scroll) {
+    const int range = scroll.last - scroll.first;
+    bar->SetShare(range > 0 ? static_cast<float>(scroll.value - scroll.first) / static_cast<float>(range)
+                            : 0);
+  });
+  BindLook(ref, bar);
+}
+
 void ControlBinder::Bind(const ControlRef& ref, FileList* list) {
   QObject::connect(list, &FileList::Chosen, list,
                    [this, ref](int entry) { Act([&] { ChooseEntry(m, ref, entry); }); });
@@ -270,6 +280,7 @@ void ControlBinder::Bind(const ControlRef& ref, HexView* view) {
 }
 
 void ControlBinder::Pull() {
+  RefreshForm(m, form);
   for (const auto& pull : pulls) pull();
 }
 

@@ -29,6 +29,7 @@ class PressLabel;
 class QtHost;
 class RegisterGrid;
 class Scope;
+class ValueBar;
 
 class ControlBinder {
  public:
@@ -50,6 +51,7 @@ class ControlBinder {
   void Bind(const ControlRef& ref, PressLabel* label);
   void Bind(const ControlRef& ref, Lamp* lamp);
   void Bind(const ControlRef& ref, QAbstractSlider* slider);
+  void Bind(const ControlRef& ref, ValueBar* bar);
   void Bind(const ControlRef& ref, FileList* list);
   void Bind(const ControlRef& ref, QComboBox* box);
   void Bind(const ControlRef& ref, Scope* scope);
@@ -60,7 +62,8 @@ class ControlBinder {
   // Any widget that looks as the control does, beside its own.
   void BindLook(const ControlRef& ref, QWidget* widget);
 
-  // Copies the fields into their widgets, where they differ.
+  // Copies the fields into their widgets, where they differ; those that are worked out only for somebody who
+  // looks are brought up to date first.
   void Pull();
 
  private:

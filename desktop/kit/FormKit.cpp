@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -21,6 +22,7 @@
 #include "desktop/widgets/Lamp.h"
 #include "desktop/widgets/Readout.h"
 #include "desktop/widgets/RegisterGrid.h"
+#include "desktop/widgets/ValueBar.h"
 
 namespace quoll {
 
@@ -97,7 +99,13 @@ QPlainTextEdit* FormKit::Memo(std::string_view control) {
 }
 
 PressLabel* FormKit::Label(std::string_view control, int index) {
-  return Made(binder.Ref(control, index), new PressLabel);
+  const ControlRef ref = binder.Ref(control, index);
+  const bool text = FieldOf<std::string>(m, ref) != nullptr;
+  if (!text && ref.control->kind != ControlKind::Label)
+    throw std::logic_error(std::string(control) + " has no text");
+  auto* label = new PressLabel;
+  if (!text) label->setText(ToQt(CaptionOf(ref)));
+  return Made(ref, label);
 }
 
 Lamp* FormKit::Lamp(std::string_view control, int index) {
@@ -127,6 +135,10 @@ QSlider* FormKit::Fader(std::string_view control, int index) {
   return AddSlider(control, index, Qt::Vertical);
 }
 
+ValueBar* FormKit::Bar(std::string_view control, int index) {
+  return Made(Ref(control, index, ControlKind::Bar), new ValueBar);
+}
+
 QScrollBar* FormKit::ScrollBar(std::string_view control, Qt::Orientation orientation) {
   const ControlRef ref = Ref(control, 0, ControlKind::Scroll);
   auto* bar = Made(ref, new QScrollBar(orientation));
@@ -153,7 +165,7 @@ ImageView* FormKit::Image(std::string_view control, QSize place, int index) {
 
 RegisterGrid* FormKit::Registers(std::string_view control, int columns, int digits) {
   const ControlRef first = Ref(control, 0, ControlKind::Label);
-  const int cells = std::max(1, first.control->count);
+  const int cells = Count(control);
   auto* grid = Made(first, new RegisterGrid(cells, columns, digits));
   for (int cell = 0; cell < cells; ++cell)
     grid->SetName(cell, ToQt(CaptionOf({first.form, first.control, cell})));
@@ -169,7 +181,7 @@ HexView* FormKit::Hex(std::string_view rows, std::string_view scroll, const QStr
 QMenuBar* FormKit::Menus() {
   auto* bar = new QMenuBar;
   bar->setNativeMenuBar(false);
-  bar->setAccessibleName(QMenuBar::tr("Menus"));
+  bar->setAccessibleName(QCoreApplication::translate("quoll::FormKit", "Menus"));
   QMenu* menu = nullptr;
   std::string_view title;
   for (const Control& control : form.controls) {

@@ -6,6 +6,7 @@
 
 #include <QIcon>
 #include <QString>
+#include <algorithm>
 #include <string_view>
 
 #include "desktop/kit/ControlBinder.h"
@@ -32,6 +33,7 @@ class PressLabel;
 class QtHost;
 class Readout;
 class RegisterGrid;
+class ValueBar;
 struct Machine;
 
 class FormKit {
@@ -43,6 +45,8 @@ class FormKit {
   const Form& form;
   ControlBinder binder;
 
+  // Of how many controls an array is; 1 for a single control.
+  int Count(std::string_view control) const { return std::max(1, binder.Ref(control).control->count); }
   FormState& State() const { return *form.state(m); }
 
   // Each is for the control of that name, of an array the one at index. An unknown one, or one of another
@@ -53,11 +57,13 @@ class FormKit {
   QPushButton* IconButton(std::string_view control, const QIcon& icon);  // its caption is the tool tip
   QLineEdit* Text(std::string_view control, int index = 0);
   QPlainTextEdit* Memo(std::string_view control);  // a text of many lines
+  // Also of any other text, which it shows; the caption where there is none to be shown.
   PressLabel* Label(std::string_view control, int index = 0);
   quoll::Lamp* Lamp(std::string_view control, int index = 0);
   quoll::Readout* Readout(std::string_view control, int index = 0, const QString& note = {});
   QSlider* Slider(std::string_view control, int index = 0);  // from the left to the right
   QSlider* Fader(std::string_view control, int index = 0);   // from the bottom up
+  ValueBar* Bar(std::string_view control, int index = 0);
   QScrollBar* ScrollBar(std::string_view control, Qt::Orientation orientation);
   FileList* List(std::string_view control);
   QComboBox* Combo(std::string_view control);

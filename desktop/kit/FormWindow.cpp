@@ -24,6 +24,7 @@ void FormWindow::Pull(Machine& /*machine*/) {
   if (isHidden()) return;
   const QString caption = ToQt(state.caption.empty() ? kit.form.caption : state.caption);
   if (windowTitle() != caption) setWindowTitle(caption);
+  RefreshForm(m, kit.form);
   kit.binder.Pull();
   ShowRecord();
   if (!state.raise) return;

@@ -92,6 +92,32 @@ TEST_F(Life, ClosingWhilePaused) {
   EXPECT_THROW(host.ServeUntilEnd(m), ProgramEnd);
 }
 
+// The deck's counter follows the motor, ten times a second, whether the deck is seen or not.
+TEST_F(Life, TimersOfFormsRunWhileTheMachineDoes) {
+  m.MemImage.fill(0);  // no program that stops the motor
+  m.PortShadow[5] = 0x40;
+  CloseAfter(1050);
+  EXPECT_THROW(CPUmon_Command1_Click(m), ProgramEnd);
+  EXPECT_NEAR(std::stoi(m.ttape.Label1), 10, 2);
+}
+
+TEST_F(Life, TimersOfFormsRunWhileTheMachineStands) {
+  m.PortShadow[5] = 0x40;
+  CloseAfter(1050);
+  EXPECT_THROW(host.ServeUntilEnd(m), ProgramEnd);
+  EXPECT_NEAR(std::stoi(m.ttape.Label1), 10, 2);
+  EXPECT_EQ(host.frames, 0);
+}
+
+TEST_F(Life, TimersOfFormsRunAtMaxSpeed) {
+  m.screen.xS6 = true;
+  m.MemImage.fill(0);
+  m.PortShadow[5] = 0x40;
+  CloseAfter(550);
+  EXPECT_THROW(CPUmon_Command1_Click(m), ProgramEnd);
+  EXPECT_NEAR(std::stoi(m.ttape.Label1), 5, 2);
+}
+
 TEST_F(Life, FramesAreEvenlySpread) {
   std::vector<QtHost::Clock::time_point> ends;
   host.atFrame = [&](Machine& running) {

@@ -342,6 +342,54 @@ TEST_F(Panels, TabStaysInside) {
   EXPECT_EQ(steps, 9);  // folders, files, pattern, name, three boxes, two buttons
 }
 
+// Only a click or the arrow keys within the list copy a name.
+TEST_F(Panels, TabThroughTheListKeepsTheTypedName) {
+  Make("a.cas", "x");
+  Make("b.cas", "x");
+  Select("xSaveCAS");
+  Type("Text3", "mine");
+  QStringList walked;
+  for (int i = 0; i < 9; ++i) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    Settle();
+    walked << QApplication::focusWidget()->objectName();
+    EXPECT_EQ(Box("Text3")->text(), "mine") << i;
+    EXPECT_EQ(m.panel.File1.selected, -1) << i;
+  }
+  // In the order in which they are seen.
+  EXPECT_EQ(walked, QStringList({"Text6", "Text7", "Text8", "Command2", "Frame1Cancel", "Dir1", "File1",
+                                 "Text5", "Text3"}));
+  List("File1")->setFocus(Qt::TabFocusReason);
+  QTest::keyClick(List("File1"), Qt::Key_Down);
+  EXPECT_EQ(Box("Text3")->text(), "a.cas");
+  QTest::keyClick(List("File1"), Qt::Key_Down);
+  EXPECT_EQ(Box("Text3")->text(), "b.cas");
+}
+
+TEST_F(Panels, AScriptSeesAndMovesThem) {
+  Make("a.cas", Cassette("\x11"));
+  Select("xLoadCAS");
+  ASSERT_TRUE(ChooseEntry(m, TheControl("TScreen", "File1"), 0));
+  Settle();
+  EXPECT_EQ(Box("Text3")->text(), "a.cas");
+  EXPECT_EQ(List("File1")->currentRow(), 0);
+  PressButton("TScreen", "Command2");
+  Settle();
+  EXPECT_FALSE(window->Files()->isVisible());
+  EXPECT_EQ(m.MemImage[0x19EF], 0x11);
+}
+
+TEST_F(Panels, ATypedPatternCountsWhenItsBoxIsLeft) {
+  Make("a.cas", "x");
+  Make("b.bin", "x");
+  Select("xLoadCAS");
+  Box("Text5")->setFocus();
+  Type("Text5", "*.bin");
+  EXPECT_EQ(Listed("File1"), QStringList({"a.cas"}));
+  QTest::keyClick(Box("Text5"), Qt::Key_Tab);
+  EXPECT_EQ(Listed("File1"), QStringList({"b.bin"}));
+}
+
 TEST_F(Panels, DroppedFilesOpenBySuffix) {
   Make("DROP.CAS", Cassette("\x44"));
   Drop(Path("DROP.CAS"));

@@ -25,8 +25,9 @@ HexView::HexView(const QString& header, int rows, int rowBytes, QWidget* parent)
   // "0000: ", three places a byte, the characters.
   const QFontMetrics metrics(fixed);
   const int edge = 2 * (text->frameWidth() + static_cast<int>(text->document()->documentMargin()));
-  text->setFixedSize(metrics.horizontalAdvance(QString(8 + 4 * rowBytes, '0')) + edge,
-                     rows * metrics.lineSpacing() + edge);
+  text->setFixedSize(
+      metrics.horizontalAdvance(QString(8 + 4 * rowBytes, '0')) + edge,
+      rows * metrics.lineSpacing() + edge + static_cast<int>(text->document()->documentMargin()));
   text->installEventFilter(this);
   text->viewport()->installEventFilter(this);
   setFocusProxy(text);

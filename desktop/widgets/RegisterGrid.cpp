@@ -20,6 +20,7 @@ RegisterGrid::RegisterGrid(int count, int columns, int digits, QWidget* parent)
   setEditTriggers(QAbstractItemView::NoEditTriggers);
   setSelectionMode(QAbstractItemView::NoSelection);
   setFont(QFont("monospace", font().pointSize()));
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   horizontalHeader()->hide();
   verticalHeader()->hide();
   for (QHeaderView* header : {horizontalHeader(), verticalHeader()}) {

@@ -3,6 +3,8 @@
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <optional>
+#include <utility>
 
 #include "desktop/widgets/Colour.h"
 
@@ -10,64 +12,72 @@ namespace quoll {
 
 namespace {
 
+constexpr qreal kFarthest = 1e5;  // units
+
 // A square brush that moves over device pixels, which keeps a long trace cheap and every edge sharp.
 struct Pen {
   QImage& image;
   QRgb colour;
-  qreal scale;  // device pixels to a unit
-  int size;     // device pixels, a unit's or one
+  QSizeF scale;  // device pixels to a unit, across and down
+  int size;      // device pixels, a unit's or one
 
-  int Pixel(qreal units) const {
-    const qreal limit = 2.0 * std::max(image.width(), image.height());
-    return static_cast<int>(std::floor(std::clamp(units * scale, -limit, limit)));
-  }
+  int Column(qreal x) const { return static_cast<int>(std::floor(x * scale.width())); }
+  int Row(qreal y) const { return static_cast<int>(std::floor(y * scale.height())); }
   void Fill(int left, int right, int top, int bottom) const {
     for (int y = std::max(top, 0); y < std::min(bottom, image.height()); ++y) {
       auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
       for (int x = std::max(left, 0); x < std::min(right, image.width()); ++x) line[x] = colour;
     }
   }
-  void Dot(qreal x, qreal y) const { Fill(Pixel(x), Pixel(x) + size, Pixel(y), Pixel(y) + size); }
+  void Dot(QPointF at) const { Fill(Column(at.x()), Column(at.x()) + size, Row(at.y()), Row(at.y()) + size); }
   // A column for each device pixel between the two points, as high as the line climbs in it.
-  void Line(qreal x0, qreal y0, qreal x1, qreal y1) const {
-    const int first = Pixel(x0), last = Pixel(x1);
+  void Line(QPointF a, QPointF b) const {
+    if (a.x() > b.x()) std::swap(a, b);
     const auto at = [&](int column) {
-      const qreal share = x1 > x0 ? std::clamp((column / scale - x0) / (x1 - x0), 0.0, 1.0) : 1.0;
-      return y0 + (y1 - y0) * share;
+      const qreal x = std::clamp(column / scale.width(), a.x(), b.x());
+      if (x <= a.x()) return a.y();
+      return x >= b.x() ? b.y() : a.y() + (b.y() - a.y()) * (x - a.x()) / (b.x() - a.x());
     };
-    for (int column = first; column <= last; ++column) {
-      const auto [low, high] = std::minmax(Pixel(at(column)), Pixel(at(column + 1)));
-      Fill(column, column + size, low, high + size);
+    const int last = std::min(Column(b.x()), image.width() - 1);
+    for (int column = std::max(Column(a.x()), -size); column <= last; ++column) {
+      const int here = Row(at(column));
+      const int next = Row(column < Column(b.x()) ? at(column + 1) : b.y());
+      Fill(column, column + size, std::min(here, next), std::max(here, next) + size);
     }
   }
 };
 
+QSize PixelsOf(const QSizeF& size, qreal ratio) { return (size * ratio).toSize(); }
+
 }  // namespace
 
-QImage Scope::Draw(const Trace& trace, const ScopeBox& box, qreal ratio) {
-  QImage image((QSizeF(box.units) * box.zoom * ratio).toSize(), QImage::Format_RGB32);
+QImage Scope::Draw(const Trace& trace, const ScopeBox& box, qreal ratio, QSize size) {
+  if (size.isEmpty()) size = box.units * box.zoom;
+  QImage image(PixelsOf(size, ratio), QImage::Format_RGB32);
   image.fill(Qt::black);
-  const qreal scale = box.zoom * ratio;
-  const Pen pen{image, ToColour(trace.colour).rgb(), scale, std::max(1, static_cast<int>(scale))};
-  qreal before = NAN;
+  const QSizeF scale(size.width() * ratio / box.units.width(), size.height() * ratio / box.units.height());
+  const long brush = std::lround(std::min(scale.width(), scale.height()));
+  const Pen pen{image, ToColour(trace.colour).rgb(), scale, std::max(1, static_cast<int>(brush))};
+  // Farther out nothing is seen, and sums stay exact.
+  const auto near = [](float units) { return std::clamp(static_cast<qreal>(units), -kFarthest, kFarthest); };
+  std::optional<QPointF> before;
   for (size_t i = 0; i < trace.y.size(); ++i) {
-    const qreal x = static_cast<qreal>(i) * static_cast<qreal>(trace.step);
-    const auto y = static_cast<qreal>(trace.y[i]);
-    if (std::isfinite(y)) {
-      if (box.dots || !std::isfinite(before)) {
-        pen.Dot(x, y);
-      } else {
-        pen.Line(x - static_cast<qreal>(trace.step), before, x, y);
-      }
-    }
-    before = y;
+    std::optional<QPointF> point;
+    if (std::isfinite(trace.X(i)) && std::isfinite(trace.y[i]))
+      point = QPointF(near(trace.X(i)), near(trace.y[i]));
+    if (point && before && !box.dots) pen.Line(*before, *point);
+    if (point && (!before || box.dots)) pen.Dot(*point);
+    before = point;
   }
   image.setDevicePixelRatio(ratio);
   return image;
 }
 
 Scope::Scope(const ScopeBox& layout, QWidget* parent) : QWidget(parent), box(layout) {
-  setFixedSize(box.units * box.zoom);
+  if (box.grows)
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+  else
+    setFixedSize(sizeHint());
   setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
@@ -79,9 +89,10 @@ void Scope::Show(const Trace& now) {
 }
 
 void Scope::paintEvent(QPaintEvent* /*event*/) {
-  // Made when it is painted: the window may have gone to a screen of another scale.
-  if (image.isNull() || image.devicePixelRatio() != devicePixelRatioF())
-    image = Draw(trace, box, devicePixelRatioF());
+  // Made when it is painted: the window may have grown, or gone to a screen of another scale.
+  const qreal ratio = devicePixelRatioF();
+  if (image.size() != PixelsOf(size(), ratio) || image.devicePixelRatio() != ratio)
+    image = Draw(trace, box, ratio, size());
   QPainter(this).drawImage(QPoint(0, 0), image);
 }
 

@@ -13,6 +13,7 @@ struct ScopeBox {
   QSize units{221, 64};  // of the trace that fit into it
   int zoom = 1;          // pixels of the window to a unit
   bool dots = false;     // each point by itself, instead of a line through them
+  bool grows = false;    // with its window, and shrinks to half its size; the units go with it
 };
 
 class Scope : public QWidget {
@@ -24,8 +25,12 @@ class Scope : public QWidget {
   // Paints when the trace has been drawn anew since it was shown.
   void Show(const Trace& now);
 
-  // The picture of a trace in device pixels, ratio of them to a pixel of the window.
-  static QImage Draw(const Trace& trace, const ScopeBox& box, qreal ratio);
+  // The picture of a trace in device pixels, ratio of them to a pixel of the window. size: in pixels of the
+  // window; without it the box's own.
+  static QImage Draw(const Trace& trace, const ScopeBox& box, qreal ratio, QSize size = {});
+
+  QSize sizeHint() const override { return box.units * box.zoom; }
+  QSize minimumSizeHint() const override { return sizeHint() / 2; }
 
  protected:
   void paintEvent(QPaintEvent* event) override;

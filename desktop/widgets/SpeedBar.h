@@ -1,11 +1,11 @@
 // Shape4: a bar as long as the last frame took.
 #pragma once
 
-#include <QWidget>
+#include "desktop/widgets/ValueBar.h"
 
 namespace quoll {
 
-class SpeedBar : public QWidget {
+class SpeedBar : public ValueBar {
   Q_OBJECT
 
  public:
@@ -13,14 +13,6 @@ class SpeedBar : public QWidget {
 
   // Hundred-thousandths of a second; 2000 is full speed and fills half of the bar.
   void SetValue(float value);
-
-  QSize sizeHint() const override { return {60, 10}; }
-
- protected:
-  void paintEvent(QPaintEvent* event) override;
-
- private:
-  int length = 0;  // pixels
 };
 
 }  // namespace quoll

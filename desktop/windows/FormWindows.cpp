@@ -2,12 +2,19 @@
 
 #include <array>
 
+#include "desktop/windows/AssemblerWindow.h"
+#include "desktop/windows/AyWindow.h"
 #include "desktop/windows/ErrorSimWindow.h"
 #include "desktop/windows/FullScreenWindow.h"
 #include "desktop/windows/MainWindow.h"
+#include "desktop/windows/SaaWindow.h"
+#include "desktop/windows/SidWindow.h"
+#include "desktop/windows/SnWindow.h"
 #include "desktop/windows/SoundWindow.h"
 #include "desktop/windows/TVCmonWindow.h"
 #include "desktop/windows/TapeWindow.h"
+#include "desktop/windows/Ym2413Window.h"
+#include "desktop/windows/Ym3812Window.h"
 #include "machine/Machine.h"
 
 namespace quoll {
@@ -25,9 +32,19 @@ struct Line {
 };
 
 constexpr std::array kWindows{
-    Line{&kTScreen, Make<MainWindow>}, Line{&kFScreen, Make<FullScreenWindow>},
-    Line{&kTTape, Make<TapeWindow>},   Line{&kTVCmon, Make<TVCmonWindow>},
-    Line{&kFDXF, Make<SoundWindow>},   Line{&kErrorSim, Make<ErrorSimWindow>},
+    Line{&kTScreen, Make<MainWindow>},        //
+    Line{&kFScreen, Make<FullScreenWindow>},  //
+    Line{&kTTape, Make<TapeWindow>},          //
+    Line{&kTVCmon, Make<TVCmonWindow>},       //
+    Line{&kAsse, Make<AssemblerWindow>},      //
+    Line{&kFDXF, Make<SoundWindow>},          //
+    Line{&kErrorSim, Make<ErrorSimWindow>},   //
+    Line{&kFSN76489, Make<SnWindow>},         //
+    Line{&kT8910, Make<AyWindow>},            //
+    Line{&kFsaa, Make<SaaWindow>},            //
+    Line{&kFYM3812, Make<Ym3812Window>},      //
+    Line{&kFYM2413, Make<Ym2413Window>},      //
+    Line{&kFSID, Make<SidWindow>},            //
 };
 
 }  // namespace

@@ -62,7 +62,7 @@ QWidget* MainWindow::StatusAndSpeed() {
   auto* unit = new QLabel("MHz");
   NameWidget(unit, "Label5", tr("Unit of the speed"));
   speedBar = new SpeedBar(corner);
-  row->addWidget(status);
+  row->addWidget(status, 1);
   row->addWidget(speedText);
   row->addWidget(unit);
   row->addWidget(speedBar);
@@ -107,8 +107,8 @@ bool MainWindow::eventFilter(QObject* object, QEvent* event) {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
+  FormWindow::closeEvent(event);
   host.Close();
-  event->accept();
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {

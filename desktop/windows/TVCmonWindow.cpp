@@ -7,7 +7,6 @@
 
 #include "desktop/widgets/Lamp.h"
 #include "desktop/widgets/Readout.h"
-#include "forms/TVCmon.h"
 
 namespace quoll {
 
@@ -26,7 +25,7 @@ QGroupBox* TVCmonWindow::SoundFrameBox() {
   column->addWidget(kit.Readout("OutEnable", 0, "PORT 5"));
   column->addWidget(kit.Readout("Counter", 0, "PORT 5"));
   auto* lamps = new QHBoxLayout;
-  for (int lamp = 0; lamp < TVCmon::kSoundLamps; ++lamp) lamps->addWidget(kit.Lamp("SoundLamp", lamp));
+  for (int lamp = 0; lamp < kit.Count("SoundLamp"); ++lamp) lamps->addWidget(kit.Lamp("SoundLamp", lamp));
   column->addLayout(lamps);
   column->addWidget(new QLabel("22KHz / 8bit"));
   auto* boxes = new QHBoxLayout;

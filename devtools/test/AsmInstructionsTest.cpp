@@ -6,15 +6,6 @@
 namespace quoll {
 namespace {
 
-constexpr const char* kSyntax = "Syntax Error!";
-constexpr const char* kOverflow = "OverFlow Error!";
-constexpr const char* kInternal1 = "Internal Error P1!";
-constexpr const char* kInternal2 = "Internal Error P2!";
-
-void Check(std::initializer_list<AsmCase> cases) {
-  for (const AsmCase& c : cases) EXPECT_EQ(AsmMachine().Outcome(c.source), c.outcome) << c.source;
-}
-
 TEST(AsmInstructions, WithoutOperand) {
   Check({
       {"NOP", "00"},

@@ -1,7 +1,10 @@
 // An assembler with a memory of its own, for the tests.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
+#include <initializer_list>
 #include <map>
 #include <optional>
 #include <string>
@@ -56,9 +59,18 @@ struct AsmMachine {
   }
 };
 
+inline constexpr const char* kSyntax = "Syntax Error!";
+inline constexpr const char* kOverflow = "OverFlow Error!";
+inline constexpr const char* kInternal1 = "Internal Error P1!";
+inline constexpr const char* kInternal2 = "Internal Error P2!";
+
 struct AsmCase {
   const char* source;
   const char* outcome;  // bytes from address 0 on, or the status
 };
+
+inline void Check(std::initializer_list<AsmCase> cases) {
+  for (const AsmCase& c : cases) EXPECT_EQ(AsmMachine().Outcome(c.source), c.outcome) << c.source;
+}
 
 }  // namespace quoll

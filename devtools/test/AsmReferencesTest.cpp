@@ -8,15 +8,7 @@
 namespace quoll {
 namespace {
 
-constexpr const char* kSyntax = "Syntax Error!";
-constexpr const char* kOverflow = "OverFlow Error!";
 constexpr const char* kExists = "Existing name!";
-constexpr const char* kInternal1 = "Internal Error P1!";
-constexpr const char* kInternal2 = "Internal Error P2!";
-
-void Check(std::initializer_list<AsmCase> cases) {
-  for (const AsmCase& c : cases) EXPECT_EQ(AsmMachine().Outcome(c.source), c.outcome) << c.source;
-}
 
 using Entries = std::vector<std::string>;
 
@@ -197,9 +189,7 @@ TEST(AsmReferences, EverywhereElse) {
 
 // The first pass takes "LD (@X),BC" for "LD (nn),A", so that the labels behind it come out one too low.
 TEST(AsmReferences, SomeLinesAreSizedByAnotherRow) {
-  AsmMachine m;
-  EXPECT_TRUE(m.Assemble("X: EQU $1234|LD (@X),BC|L:|JP @L"));
-  EXPECT_EQ(m.Bytes(0), "ED 43 34 12 C3 03 00");
+  Check({{"X: EQU $1234|LD (@X),BC|L:|JP @L", "ED 43 34 12 C3 03 00"}});
 }
 
 struct Sized {

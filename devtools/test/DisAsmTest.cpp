@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <climits>
 #include <string>
 #include <vector>
@@ -121,26 +120,6 @@ TEST(DisAsm, ReadsNoFurtherThanItMust) {
     const int32_t size = DisAsmSize(read, 0);
     EXPECT_EQ(last, std::max(1, size - 1)) << first;
   }
-}
-
-TEST(DisAsm, TenThousandInstructionsTakeTwentyMilliseconds) {
-#ifdef NDEBUG
-  uint32_t state = 1;
-  std::vector<uint8_t> memory(65536);
-  for (uint8_t& byte : memory) byte = static_cast<uint8_t>((state = state * 1664525 + 1013904223) >> 24);
-  const ByteReader read = [&](int32_t address) { return memory[static_cast<size_t>(address) & 0xFFFF]; };
-  DisAsm(read, 0, 1, 1);
-  auto best = std::chrono::nanoseconds::max();
-  for (int i = 0; i < 5; ++i) {
-    const auto start = std::chrono::steady_clock::now();
-    EXPECT_FALSE(DisAsm(read, 0, 10000, 1).empty());
-    best = std::min<std::chrono::nanoseconds>(best, std::chrono::steady_clock::now() - start);
-  }
-  RecordProperty("microseconds", std::to_string(best.count() / 1000));
-  EXPECT_LT(best, std::chrono::milliseconds(20));
-#else
-  GTEST_SKIP() << "without optimisation";
-#endif
 }
 
 }  // namespace

@@ -61,22 +61,26 @@ TEST(OpcodeText, EndsWithItsEndLineAndThreeZeros) {
 }
 
 TEST(OpcodeText, HasItsSlips) {
-  EXPECT_TRUE(OpcodeRow("DDCBFB").empty());
-  EXPECT_EQ(OpcodeRow("DDCBB"), "LD E,SET 7,(IX+d)*");
-  EXPECT_EQ(OpcodeRow("FDCB64"), "BIT 4,(IY+d)*");
-  EXPECT_EQ(OpcodeRow("FDCB65"), "BIT 4,(IY+d)*");
-  EXPECT_EQ(OpcodeRow("08"), "EX AF,AF\x92");
-  EXPECT_EQ(OpcodeRow("ED70"), "IN F,(C)* / IN (C)*");
-  EXPECT_EQ(OpcodeRow("ED71"), "OUT (C),0*");
-  EXPECT_EQ(OpcodeRow("ED4E"), "IM 0/1*");
-  EXPECT_EQ(OpcodeRow("DD26"), "LD IXH,n*");
-  EXPECT_EQ(OpcodeRow("CB30"), "SLL B*");
-  EXPECT_EQ(OpcodeRow("DDCB00"), "LD B,RLC (IX+d)*");
-  EXPECT_EQ(OpcodeRow("CB"), "CB");
-  EXPECT_TRUE(OpcodeRow("ED77").empty());
-  EXPECT_TRUE(OpcodeRow("ED00").empty());
-  EXPECT_TRUE(OpcodeRow("").empty());
-  EXPECT_TRUE(OpcodeRow("end").empty());
+  for (const auto& [key, text] : {
+           std::pair("DDCBFB", ""),
+           {"DDCBB", "LD E,SET 7,(IX+d)*"},
+           {"FDCB64", "BIT 4,(IY+d)*"},
+           {"FDCB65", "BIT 4,(IY+d)*"},
+           {"08", "EX AF,AF\x92"},
+           {"ED70", "IN F,(C)* / IN (C)*"},
+           {"ED71", "OUT (C),0*"},
+           {"ED4E", "IM 0/1*"},
+           {"DD26", "LD IXH,n*"},
+           {"CB30", "SLL B*"},
+           {"DDCB00", "LD B,RLC (IX+d)*"},
+           {"CB", "CB"},
+           {"ED77", ""},
+           {"ED00", ""},
+           {"", ""},
+           {"end", ""},
+       }) {
+    EXPECT_EQ(OpcodeRow(key), text) << key;
+  }
 }
 
 TEST(OpcodeText, OnlyPlaceholdersAreSmallAndOneByteIsNoAscii) {

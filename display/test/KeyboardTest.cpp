@@ -2,13 +2,13 @@
 
 #include <climits>
 #include <map>
-#include <memory>
 
 #include "display/Keyboard.h"
 #include "forms/PicD.h"
 #include "machine/Machine.h"
+#include "testkit/TestMachine.h"
 
-namespace quoll {
+namespace quoll::test {
 namespace {
 
 struct Place {
@@ -37,8 +37,7 @@ const std::map<int32_t, Place> kWired{
 };
 
 struct Keys : testing::Test {
-  Host host;
-  std::unique_ptr<Machine> machine = std::make_unique<Machine>(host);
+  TestMachine machine;
   Machine& m = *machine;
 
   // The code as the host gets it back.
@@ -141,6 +140,25 @@ TEST_F(Keys, KeysOfARowAndRepeats) {
   EXPECT_EQ(m.keyboard.KeyMatrix[3], 0x40 | 0x01);
 }
 
+// A held key stays down whatever else happens to it or to the others.
+TEST_F(Keys, AHeldKeyStaysDown) {
+  for (const auto& [code, place] : kWired) {
+    ASSERT_TRUE(KeyboardHold(m.keyboard, code, true));
+    ExpectOnly(code);
+    KeyboardPress(m.keyboard, code, true);
+    KeyboardPress(m.keyboard, code, false);
+    ExpectOnly(code);
+    KeyboardClear(m.keyboard);
+    ExpectOnly(code);
+    ASSERT_TRUE(KeyboardHold(m.keyboard, code, false));
+    EXPECT_EQ(m.keyboard, Keyboard{});
+  }
+  for (const int32_t code : {-1, 0, 0x70, 0x71, 0xFF, 256, INT_MAX, INT_MIN}) {
+    EXPECT_FALSE(KeyboardHold(m.keyboard, code, true)) << code;
+    EXPECT_EQ(m.keyboard, Keyboard{});
+  }
+}
+
 TEST_F(Keys, ClearReleasesAll) {
   for (const auto& [code, place] : kWired) Down(code);
   for (int row = 0; row < 9; ++row) EXPECT_EQ(KeyboardRow(m.keyboard, row), row == 8 ? 0x80 : 0x00) << row;
@@ -176,4 +194,4 @@ TEST_F(Keys, TheToolsWindowShowsTheCode) {
 }
 
 }  // namespace
-}  // namespace quoll
+}  // namespace quoll::test

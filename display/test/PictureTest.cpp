@@ -7,6 +7,7 @@
 #include "display/Refresh.h"
 #include "display/test/SlowPicture.h"
 #include "loop/Redraw.h"
+#include "testkit/TestMachine.h"
 
 namespace quoll::test {
 namespace {
@@ -14,8 +15,7 @@ namespace {
 using Bytes = std::vector<int>;
 
 struct PictureCase : testing::Test {
-  Host host;
-  std::unique_ptr<Machine> machine = std::make_unique<Machine>(host);
+  TestMachine machine;
   Machine& m = *machine;
 
   void SetUp() override { SetCrtc(m, 64, 60, 0, 0); }

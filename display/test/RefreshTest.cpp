@@ -6,13 +6,13 @@
 #include "display/Refresh.h"
 #include "display/test/SlowPicture.h"
 #include "loop/Redraw.h"
+#include "testkit/TestMachine.h"
 
 namespace quoll::test {
 namespace {
 
 struct Drawn {
-  Host host;
-  std::unique_ptr<Machine> machine = std::make_unique<Machine>(host);
+  TestMachine machine;
   SlowPicture slow;
 
   Machine& m() const { return *machine; }

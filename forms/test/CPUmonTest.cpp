@@ -1,36 +1,20 @@
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <limits>
-#include <memory>
 
 #include "forms/CPUmon.h"
 #include "forms/Forms.h"
 #include "loop/MissingOP.h"
 #include "machine/Machine.h"
+#include "testkit/TestMachine.h"
 
 namespace quoll::test {
 namespace {
 
-struct MonitorHost : Host {
-  void FrameEnded(Machine& m) override {
-    ++frames;
-    if (atFrameEnd) atFrameEnd(m);
-  }
-  std::function<void(Machine&)> atFrameEnd;
-  int frames = 0;
-};
-
 // A machine whose 64 KB are RAM, full of NOPs. No ROM is needed.
 class Monitor : public testing::Test {
  protected:
-  Monitor() {
-    m->PortShadow[2] = 0xB0;  // U0, U1, U2, U3
-    m->PortShadow[0x59] = 0xBF;
-    m->PortShadow[5] = 0xFF;
-    CpuInit(m->z80);
-    RenewPages(*m);
-  }
+  Monitor() { host.framesAllowed = 10; }
 
   void Press(std::string_view name) {
     const ControlRef button = TheControl("CPUmon", name);
@@ -38,8 +22,8 @@ class Monitor : public testing::Test {
     quoll::Press(*m, button);
   }
 
-  MonitorHost host;
-  std::unique_ptr<Machine> m = std::make_unique<Machine>(host);
+  TestMachine m;
+  TestHost& host = m.host;
 };
 
 TEST_F(Monitor, MissingOpSaysSoAndGoesOn) {
@@ -77,10 +61,10 @@ TEST_F(Monitor, RunZeroesTheCountsAndReturnsWhenTheLoopEnds) {
   m->run.TotalCycles = 888;
   m->cpumon.Command1Look.back = kRed;
   int32_t colour = 0;
-  host.atFrameEnd = [&](Machine& machine) {
+  host.onFrameEnded = [&](Machine& machine) {
     colour = machine.cpumon.Command1Look.back;
     EXPECT_EQ(machine.run.CpuRunning, 1);
-    if (host.frames == 3) machine.run.CpuRunning = 0;
+    if (host.frames == 2) machine.run.CpuRunning = 0;  // the third one is ending
   };
   Press("Command1");
   EXPECT_EQ(host.frames, 3);
@@ -92,7 +76,7 @@ TEST_F(Monitor, RunZeroesTheCountsAndReturnsWhenTheLoopEnds) {
 }
 
 TEST_F(Monitor, StopEndsTheLoopAndZeroesTheCounts) {
-  host.atFrameEnd = [&](Machine&) { Press("Command6"); };
+  host.onFrameEnded = [&](Machine&) { Press("Command6"); };
   Press("Command1");
   EXPECT_EQ(host.frames, 1);
   EXPECT_EQ(m->run.CpuRunning, 0);
@@ -104,13 +88,13 @@ TEST_F(Monitor, StepMakesOnePassAndDrawsThePicture) {
   m->run.CpuRunning = 1;
   m->z80.PC = 0x100;
   const uint32_t pictures = m->picture.shown;
-  const uint32_t redraws = m->cpumon.redraws;
+  const uint32_t redraws = Redraws(*m);
   Press("Command7");
   EXPECT_EQ(m->z80.PC, 0x101);
   EXPECT_EQ(m->run.CpuRunning, 0);
   EXPECT_EQ(m->run.FrameClock, 4);
   EXPECT_EQ(m->picture.shown, pictures + 1);
-  EXPECT_EQ(m->cpumon.redraws, redraws + 1);  // the loop's end
+  EXPECT_EQ(Redraws(*m), redraws + 1);  // the loop's end
   EXPECT_EQ(m->cpumon.Command1Look.back, 0xFF);
 }
 
@@ -118,7 +102,7 @@ TEST_F(Monitor, RequestsAreOnlyStored) {
   Press("Command5");
   EXPECT_EQ(m->run.ResetRequest, 1);
   EXPECT_EQ(m->run.NmiRequest, 0);
-  EXPECT_EQ(m->cpumon.redraws, 1U);
+  EXPECT_EQ(Redraws(*m), 1U);
   Press("Command2");
   EXPECT_EQ(m->run.NmiRequest, 1);
 
@@ -143,7 +127,7 @@ TEST_F(Monitor, PokeStoresThroughTheBus) {
   m->cpumon.Text13 = "171";
   Press("Command3");
   EXPECT_EQ(m->MemImage[0x4321], 171);
-  EXPECT_EQ(m->cpumon.redraws, 1U);
+  EXPECT_EQ(Redraws(*m), 1U);
 
   m->PortShadow[2] = 0x00;  // system ROM in page 0, which ignores it
   RenewPages(*m);
@@ -163,9 +147,9 @@ TEST_F(Monitor, PokeStoresThroughTheBus) {
 }
 
 TEST_F(Monitor, CountsItsRedraws) {
-  m->cpumon.redraws = std::numeric_limits<uint32_t>::max();
+  m->cpumon.shown.redraws = std::numeric_limits<uint32_t>::max();
   CPUmon_redraw(m->cpumon);
-  EXPECT_EQ(m->cpumon.redraws, 0U);
+  EXPECT_EQ(m->cpumon.shown.redraws, 0U);
 }
 
 }  // namespace

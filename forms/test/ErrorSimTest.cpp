@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -10,6 +9,7 @@
 #include "forms/Forms.h"
 #include "loop/Redraw.h"
 #include "machine/Machine.h"
+#include "testkit/TestMachine.h"
 
 namespace quoll::test {
 namespace {
@@ -72,8 +72,7 @@ TEST(VidErr, NoOptionNoChange) {
 }
 
 struct ErrorRedraw : testing::Test {
-  Host host;
-  std::unique_ptr<Machine> machine = std::make_unique<Machine>(host);
+  TestMachine machine;
   Machine& m = *machine;
 
   void SetUp() override {

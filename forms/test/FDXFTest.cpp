@@ -1,43 +1,21 @@
 // The sound output's form: its handler, its buttons, its oscilloscope.
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <vector>
 
 #include "forms/FDXF.h"
 #include "forms/Forms.h"
 #include "machine/Machine.h"
+#include "testkit/TestMachine.h"
 
-namespace quoll {
+namespace quoll::test {
 namespace {
-
-struct OutputHost : Host {
-  std::string error;  // what InitializeSound returns
-  std::vector<std::string> calls;
-  SoundFormat format{};
-  std::string text, title;
-  MessageIcon icon = MessageIcon::None;
-
-  std::string InitializeSound(const SoundFormat& wanted) override {
-    calls.emplace_back("Initialize");
-    format = wanted;
-    return error;
-  }
-  bool SoundPlay() override { return calls.emplace_back("Play"), true; }
-  bool SoundStop() override { return calls.emplace_back("Stop"), true; }
-  void MessageBox(std::string_view t, std::string_view heading, MessageIcon i) override {
-    calls.emplace_back("Box");
-    text = t;
-    title = heading;
-    icon = i;
-  }
-};
 
 using Calls = std::vector<std::string>;
 
 struct Fdxf : testing::Test {
-  OutputHost host;
-  std::unique_ptr<Machine> machine = std::make_unique<Machine>(host);
+  TestMachine machine;
+  TestHost& host = machine.host;
   Machine& m = *machine;
 
   void Press(const char* name) { quoll::Press(m, TheControl("FDXF", name)); }
@@ -124,32 +102,32 @@ TEST_F(Fdxf, PointsOfTheOscilloscope) {
 
 TEST_F(Fdxf, PlayInitializesAndPlays) {
   Press("cmdStartPlay");
-  EXPECT_EQ(host.calls, (Calls{"Initialize", "Play"}));
+  EXPECT_EQ(host.events, (Calls{"InitializeSound", "SoundPlay"}));
   EXPECT_EQ(host.format.SamplesPerSec, 22050);
   EXPECT_EQ(host.format.BitsPerSample, 8);
   EXPECT_EQ(host.format.Channels, 2);
   EXPECT_EQ(host.format.HalfBufferSize, 0);
   EXPECT_EQ(host.format.DeviceGuid, "");
   Press("Cstop");
-  EXPECT_EQ(host.calls.back(), "Stop");
+  EXPECT_EQ(host.events.back(), "SoundStop");
 }
 
 TEST_F(Fdxf, AFailureIsTold) {
-  host.error = "Error: 1\r\nDesription: none\r\nSource: test";
+  host.soundError = "Error: 1\r\nDesription: none\r\nSource: test";
   DXinit(m);
-  EXPECT_EQ(host.calls, (Calls{"Initialize", "Box"}));
-  EXPECT_EQ(host.text, host.error);
-  EXPECT_EQ(host.title, "DirectSound Error");
-  EXPECT_EQ(host.icon, MessageIcon::Exclamation);
+  EXPECT_EQ(host.events, Calls{"InitializeSound"});
+  EXPECT_EQ(
+      host.messages,
+      (std::vector<TestHost::Message>{{host.soundError, "DirectSound Error", MessageIcon::Exclamation}}));
 }
 
 TEST_F(Fdxf, AMissingDeviceIsSaidUntilOneHasCome) {
   TellNoSoundDevice(m);
   EXPECT_EQ(m.screen.Label1, "No sound device: Timer2");
-  host.error = "x";
+  host.soundError = "x";
   Press("cmdStartPlay");
   EXPECT_EQ(m.screen.Label1, "No sound device: Timer2");
-  host.error.clear();
+  host.soundError.clear();
   Press("cmdStartPlay");
   EXPECT_EQ(m.screen.Label1, "");
   m.screen.Label1 = "Unknown Opcode!";
@@ -158,4 +136,4 @@ TEST_F(Fdxf, AMissingDeviceIsSaidUntilOneHasCome) {
 }
 
 }  // namespace
-}  // namespace quoll
+}  // namespace quoll::test

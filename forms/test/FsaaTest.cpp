@@ -2,13 +2,13 @@
 #include "forms/Forms.h"
 #include "forms/Fsaa.h"
 #include "loop/SoundFrame.h"
-#include "media/test/Bench.h"
+#include "testkit/FolderTest.h"
 
 namespace quoll::test {
 
 namespace {
 
-struct FsaaTest : Bench {
+struct FsaaTest : FolderTest {
   void Press() { quoll::Press(m, TheControl("Fsaa", "Command1")); }
 
   // A block of this byte, taken by the output.
@@ -71,7 +71,7 @@ TEST_F(FsaaTest, AFolderThatTakesNoFilesIsBorneInSilence) {
   Block(9);
   Press();
   EXPECT_EQ(Names(), std::vector<std::string>());
-  EXPECT_TRUE(host.boxes.empty());
+  EXPECT_TRUE(host.messages.empty());
 }
 
 TEST_F(FsaaTest, TheLabelShowsTheFramesOfTheBlock) {

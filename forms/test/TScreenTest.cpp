@@ -1,12 +1,8 @@
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <deque>
 #include <filesystem>
-#include <fstream>
-#include <functional>
 #include <map>
-#include <memory>
 #include <vector>
 
 #include "forms/Forms.h"
@@ -14,51 +10,31 @@
 #include "loop/RunLoop.h"
 #include "machine/Machine.h"
 #include "machine/MachineInit.h"
+#include "testkit/Files.h"
+#include "testkit/TestMachine.h"
 
 namespace quoll::test {
 namespace {
-
-struct ScreenHost : Host {
-  void MessageBox(std::string_view text, std::string_view title, MessageIcon icon) override {
-    messages.push_back(std::string(title) + "|" + std::string(text));
-    lastIcon = icon;
-  }
-  void FrameEnded(Machine& m) override {
-    if (atFrameEnd) atFrameEnd(m);
-    m.run.CpuRunning = 0;
-  }
-
-  std::vector<std::string> messages;
-  MessageIcon lastIcon = MessageIcon::None;
-  std::function<void(Machine&)> atFrameEnd;
-};
 
 // A machine with ROM files in a folder of its own. The first byte of each file tells which one it is, the
 // rest is zero, which is NOP.
 class Screen : public testing::Test {
  protected:
   Screen() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "tscreenXXXXXX").string();
-    folder = ::mkdtemp(pattern.data());
-    WriteRom("TVC22_D6.rom", 0x2000, 0x26);
-    WriteRom("TVC22_D4.rom", 0x2000, 0x24);
-    WriteRom("TVC22_D7.rom", 0x2000, 0x27);
-    WriteRom("TVC12_D4.rom", 0x2000, 0x14);
-    WriteRom("TVC12_D3.rom", 0x2000, 0x13);
-    WriteRom("TVC12_D7.rom", 0x2000, 0x17);
-    WriteRom("hbf.rom", 0x4000, 0x48);
-    WriteRom("sndmx.rom", 0x8000, 0x53);
-    WriteRom("io3.rom", 0x2000, 0x49);
-    m->programFolder = folder.string();
+    for (const RomFile& rom : kRomFiles) {
+      Bytes bytes(rom.size);
+      bytes[0] = FirstByte(rom.name);
+      folder.Write(rom.name, bytes);
+    }
+    m->programFolder = folder.path.string();
     MachineInit(*m);
     MachineReset(*m);
   }
-  ~Screen() override { std::filesystem::remove_all(folder); }
 
-  void WriteRom(const char* name, size_t size, char first) const {
-    std::string bytes(size, '\0');
-    bytes[0] = first;
-    std::ofstream(folder / name, std::ios::binary) << bytes;
+  // 0x26 for "TVC22_D6.rom" and so on, the first letter for the others.
+  static uint8_t FirstByte(std::string_view rom) {
+    if (!rom.starts_with("TVC")) return static_cast<uint8_t>(rom[0]);
+    return static_cast<uint8_t>((rom[3] - '0') * 16 + (rom[7] - '0'));
   }
 
   void Click(std::string_view name) {
@@ -77,9 +53,9 @@ class Screen : public testing::Test {
     return ticks;
   }
 
-  ScreenHost host;
-  std::unique_ptr<Machine> m = std::make_unique<Machine>(host);
-  std::filesystem::path folder;
+  TempFolder folder;
+  TestMachine m;
+  TestHost& host = m.host;
 };
 
 struct Entry {
@@ -264,8 +240,8 @@ TEST_F(Screen, A32KMachineReadsNothingAbove0x8000) {
 }
 
 TEST_F(Screen, ACardBringsItsRomAndANewMachine) {
-  const std::map<std::string, std::pair<int32_t, int>> roms{{"xio0", {0x38000, 0x48}},
-                                                            {"xio3", {0x32000, 0x49}}};
+  const std::map<std::string, std::pair<int32_t, int>> roms{{"xio0", {0x38000, 0x68}},
+                                                            {"xio3", {0x32000, 0x69}}};
   for (const auto& [name, rom] : roms) {
     m->MemImage[0x100] = 1;
     m->run.NmiRequest = 1;
@@ -280,10 +256,10 @@ TEST_F(Screen, ACardBringsItsRomAndANewMachine) {
 }
 
 TEST_F(Screen, AMissingRomEndsTheProgram) {
-  std::filesystem::remove(folder / "TVC12_D3.rom");
+  std::filesystem::remove(folder.path / "TVC12_D3.rom");
   EXPECT_THROW(Click("xBasic"), ProgramEnd);
-  EXPECT_EQ(host.messages, std::vector<std::string>{"Error|Rom File error: "});
-  EXPECT_EQ(host.lastIcon, MessageIcon::Stop);
+  EXPECT_EQ(host.messages,
+            (std::vector<TestHost::Message>{{"Rom File error: ", "Error", MessageIcon::Stop}}));
 }
 
 TEST_F(Screen, PauseStopsTheLoop) {
@@ -304,7 +280,7 @@ TEST_F(Screen, EndOfPauseRunsTheMachineOnTheSameStack) {
   m->screen.xS3 = false;
   std::map<std::string, bool> ticksWhileRunning;
   int runningThen = 0, frames = 0;
-  host.atFrameEnd = [&](Machine& machine) {
+  host.onFrameEnded = [&](Machine& machine) {
     ++frames;
     ticksWhileRunning = Ticks();
     runningThen = machine.run.CpuRunning;

@@ -1,13 +1,13 @@
 // The tape deck's form.
 #include "forms/Forms.h"
 #include "forms/TTape.h"
-#include "media/test/Bench.h"
+#include "testkit/FolderTest.h"
 
 namespace quoll::test {
 
 namespace {
 
-struct TTapeTest : Bench {
+struct TTapeTest : FolderTest {
   TTape& form = m.ttape;
 
   void Press(const char* name) { quoll::Press(m, TheControl("TTape", name)); }

@@ -1,11 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <memory>
-
 #include "forms/Forms.h"
 #include "forms/TVCmon.h"
 #include "loop/RunLoop.h"
 #include "machine/Machine.h"
+#include "testkit/TestMachine.h"
 
 namespace quoll::test {
 namespace {
@@ -18,8 +17,7 @@ TEST(TVCmon, StartsWithBothInterruptBoxesTicked) {
 }
 
 TEST(TVCmon, ControlsReachTheirOwnFields) {
-  Host host;
-  const auto m = std::make_unique<Machine>(host);
+  TestMachine m;
   bool* const fields[] = {&m->tvcmon.Check1, &m->tvcmon.Check2, &m->tvcmon.Check3};
   const char* const names[] = {"Check1", "Check2", "Check3"};
   for (size_t i = 0; i < 3; ++i) {
@@ -30,8 +28,7 @@ TEST(TVCmon, ControlsReachTheirOwnFields) {
 // The tone counter runs out at the first pass: the interrupt flag, which is low when raised, follows the box.
 TEST(TVCmon, Check3LetsTheToneInterruptThrough) {
   for (const bool enabled : {true, false}) {
-    Host host;
-    const auto m = std::make_unique<Machine>(host);
+    TestMachine m;
     CpuInit(m->z80);
     m->PortShadow[2] = 0xB0;
     m->PortShadow[5] = 0x20;

@@ -1,5 +1,7 @@
 // The two interrupts of the machine's own: the cursor's and the tone generator's. Both clear bit 4 of the
 // status.
+#include <gtest/gtest.h>
+
 #include "testkit/TestMachine.h"
 
 namespace quoll::test {
@@ -46,8 +48,7 @@ bool Raised(const Machine& m) { return (m.PortShadow[kStatusPort] & 0x10) == 0; 
 
 TEST(CursorIrqTest, RaisedAtExactlyTheseTStates) {
   for (const Cursor& cursor : kCursors) {
-    CoreHost host;
-    const auto m = RamMachine(host);
+    TestMachine m;
     SetCursor(*m, cursor);
     for (int32_t clock = 4; clock <= 62500; ++clock) {
       m->z80.PC = 0x1000;
@@ -65,8 +66,7 @@ TEST(CursorIrqTest, RaisedAtExactlyTheseTStates) {
 
 TEST(CursorIrqTest, OnlyAfterTheLastOne) {
   for (const int32_t last : {5339, 5340, 5341, 0, -1, 5336, 62500}) {
-    CoreHost host;
-    const auto m = RamMachine(host);
+    TestMachine m;
     SetCursor(*m, kCursors[0]);
     m->run.FrameClock = 5336;
     m->run.LastCursorIrq = last;
@@ -81,8 +81,7 @@ TEST(CursorIrqTest, OnlyAfterTheLastOne) {
 TEST(CursorIrqTest, ARunStopsForIt) {
   for (const Cursor& cursor : kCursors) {
     for (int32_t start = 0; start < 32; ++start) {
-      CoreHost host;
-      const auto m = RamMachine(host);
+      TestMachine m;
       SetCursor(*m, cursor);
       m->z80.PC = 0x4000;
       m->z80.SP = 0x9000;
@@ -98,14 +97,14 @@ TEST(CursorIrqTest, ARunStopsForIt) {
       }
       RunOn(*m);
       if (clock > 62500) {
-        ASSERT_EQ(host.frames, 1);
+        ASSERT_EQ(m.host.frames, 1);
         ASSERT_EQ(m->z80.PC, 0x4000 + passes);
         ASSERT_FALSE(Raised(*m));
         continue;
       }
-      ASSERT_EQ(host.frames, 0) << start;
+      ASSERT_EQ(m.host.frames, 0) << start;
       ASSERT_EQ(m->z80.PC, 0x3A);
-      ASSERT_EQ(m->MemImage[0x8FFE] + 256 * m->MemImage[0x8FFF], 0x4000 + passes + 1) << start;
+      ASSERT_EQ(Word(*m, 0x8FFE), 0x4000 + passes + 1) << start;
       ASSERT_EQ(m->run.FrameClock, clock + 4 + 11);
       // The accepted pass ends at clock + 15, and the stop of no T-states does not raise it again.
       ASSERT_EQ(m->run.LastCursorIrq, Inside(cursor, clock + 15) ? clock + 15 : clock) << start;
@@ -115,8 +114,7 @@ TEST(CursorIrqTest, ARunStopsForIt) {
 
 // Without interrupts every instruction in the window raises the flag; the last one stays as the mark.
 TEST(CursorIrqTest, EveryInstructionInTheWindowRaisesIt) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   SetCursor(*m, kCursors[0]);
   m->z80.PC = 0x4000;
   Put(*m, 0x4000 + 1400, {0xFD, 0xF3});  // at 5600
@@ -135,15 +133,13 @@ TEST(CursorIrqTest, ALongInstructionStepsOverIt) {
   constexpr Case kCases[] = {{5297, false}, {5298, true},  {5324, true},
                              {5325, false}, {5331, false}, {5332, false}};
   for (const auto& [start, raised] : kCases) {
-    CoreHost host;
-    const auto m = RamMachine(host);
+    TestMachine m;
     SetCursor(*m, kCursors[0]);
-    m->z80.PC = 0x1000;
     m->z80.IX = 0x2000;
     m->z80.SP = 0x9000;
     m->run.NmiRequest = 1;
     m->run.FrameClock = start;
-    Put(*m, 0x1000, {0xDD, 0x34, 0x00});
+    Program(*m, 0x1000, {0xDD, 0x34, 0x00});
     Step(*m);
     EXPECT_EQ(m->run.FrameClock, start + 34);
     EXPECT_EQ(Raised(*m), raised) << start;
@@ -157,8 +153,7 @@ TEST(CursorIrqTest, ALongInstructionStepsOverIt) {
 // The registers can be set in the midst of a run, through any of the data ports.
 TEST(CursorIrqTest, AProgramMovesTheCursorWhileItRuns) {
   for (const int port : {0x71, 0x73, 0x75, 0x77}) {
-    CoreHost host;
-    const auto m = RamMachine(host);
+    TestMachine m;
     SetCursor(*m, {0x0F, 0xFF, 60, 0x20, 0, 0});
     m->z80.PC = 0x4000;
     m->z80.SP = 0x9000;
@@ -178,28 +173,30 @@ TEST(CursorIrqTest, AProgramMovesTheCursorWhileItRuns) {
   }
 }
 
+// A whole frame passes without the interrupt.
+void ExpectQuietFrame(TestMachine& m) {
+  RunOn(*m);
+  EXPECT_FALSE(Raised(*m));
+  EXPECT_EQ(m.host.frames, 1);
+}
+
 TEST(CursorIrqTest, SwitchingTheCursorOffInARunWorksToo) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   SetCursor(*m, kCursors[0]);
   m->z80.PC = 0x4000;
   // LD A,10  OUT (70),A  LD A,20h  OUT (71),A
   Put(*m, 0x4000, {0x3E, 10, 0xD3, 0x70, 0x3E, 0x20, 0xD3, 0x71});
-  RunOn(*m);
-  EXPECT_FALSE(Raised(*m));
-  EXPECT_EQ(host.frames, 1);
+  ExpectQuietFrame(m);
 }
 
 TEST(CursorIrqTest, OnceAFrameWithAHandler) {
-  CoreHost host;
-  host.framesAllowed = 5;
-  const auto m = RamMachine(host);
+  TestMachine m;
+  m.host.framesAllowed = 5;
   SetCursor(*m, {0x03, 0xE8, 60, 0x00, 0, 0});
-  m->z80.PC = 0x4000;
   m->z80.SP = 0x9000;
   m->z80.IM = m->z80.IFF1 = 1;
   m->z80.D = 0;
-  Put(*m, 0x4000, {0xC3, 0x00, 0x40});                          // JP 4000
+  Program(*m, 0x4000, {0xC3, 0x00, 0x40});                      // JP 4000
   Put(*m, 0x0038, {0x14, 0xE3, 0xE3, 0xD3, 0x07, 0xFB, 0xC9});  // INC D  EX (SP),HL twice  OUT (7),A  EI  RET
   RunOn(*m);
   EXPECT_EQ(m->z80.D, 5);
@@ -207,15 +204,12 @@ TEST(CursorIrqTest, OnceAFrameWithAHandler) {
 }
 
 TEST(CursorIrqTest, AfterAResetItIsOff) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   SetCursor(*m, kCursors[0]);
   m->run.ResetRequest = 1;
   Step(*m);
   m->PortShadow[2] = kAllRam;
-  RunOn(*m);
-  EXPECT_FALSE(Raised(*m));
-  EXPECT_EQ(host.frames, 1);
+  ExpectQuietFrame(m);
 }
 
 }  // namespace

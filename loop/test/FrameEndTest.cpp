@@ -1,4 +1,6 @@
 // What happens at the end of a frame, and in which order.
+#include <gtest/gtest.h>
+
 #include "testkit/TestMachine.h"
 
 namespace quoll::test {
@@ -8,8 +10,8 @@ namespace {
 using Events = std::vector<std::string>;
 
 // One NOP away from the frame's end, with one T-state left over.
-std::unique_ptr<Machine> FrameMachine(Host& host) {
-  auto m = RamMachine(host);
+TestMachine FrameMachine() {
+  TestMachine m;
   m->z80.PC = 0x1000;
   m->run.FrameClock = 62497;
   return m;
@@ -23,86 +25,78 @@ TEST(FrameEndTest, TheFrameEndsAbove62500) {
   constexpr Case kCases[] = {{62492, 62496, false}, {62496, 62500, false}, {62497, 1, true},
                              {62500, 4, true},      {62501, 5, true},      {100000, 37504, true}};
   for (const auto& [before, after, ends] : kCases) {
-    CoreHost host;
-    const auto m = RamMachine(host);
+    TestMachine m;
     m->run.FrameClock = before;
     m->run.LastCursorIrq = 777;
     m->run.TotalCycles = 5;
     Step(*m);
     EXPECT_EQ(m->run.FrameClock, after);
-    EXPECT_EQ(host.frames, ends ? 1 : 0);
+    EXPECT_EQ(m.host.frames, ends ? 1 : 0);
     EXPECT_EQ(m->run.LastCursorIrq, ends ? after : 777);
     EXPECT_EQ(m->run.TotalCycles, ends ? 62505 : 5);
   }
 }
 
 TEST(FrameEndTest, TheExcessOfALongInstructionStays) {
-  CoreHost host;
-  const auto m = RamMachine(host);
-  m->z80.PC = 0x1000;
+  TestMachine m;
   m->z80.IX = 0x2000;
   m->run.FrameClock = 62500;
   m->run.NmiRequest = 1;
   m->z80.SP = 0x9000;
-  Put(*m, 0x1000, {0xDD, 0x34, 0x00});
+  Program(*m, 0x1000, {0xDD, 0x34, 0x00});
   Step(*m);
   EXPECT_EQ(m->run.FrameClock, 34);
   EXPECT_EQ(m->run.LastCursorIrq, 34);
 }
 
 TEST(FrameEndTest, AStepDoesAllOfItOnce) {
-  CoreHost host;
-  host.ticks = 20;
-  const auto m = FrameMachine(host);
+  TestMachine m = FrameMachine();
+  m.host.ticks = 20;
   m->mixer.FrameInBlock = 4;
   Step(*m);
-  EXPECT_EQ(host.events, (Events{"PerformanceCounter", "PerformanceCounter", "TickCount", "Pump", "TickCount",
-                                 "BlockMixed", "WaitForBlock", "FrameEnded"}));
+  EXPECT_EQ(m.host.events, (Events{"PerformanceCounter", "PerformanceCounter", "TickCount", "Pump",
+                                   "TickCount", "BlockMixed", "WaitForBlock", "FrameEnded"}));
   EXPECT_EQ(m->run.TotalCycles, 62500);
   EXPECT_EQ(m->picture.borders, 1U);
   EXPECT_EQ(m->z80.PC, 0x1001);
 }
 
-// A host that looks at the machine whenever it is called.
-struct WatchingHost : CoreHost {
-  const Machine* machine = nullptr;
-  std::vector<int32_t> penAtTicks;
-  std::vector<int64_t> totalAtTicks;
-  std::vector<std::string> speedAtTicks;
-
-  uint32_t TickCount() override {
-    penAtTicks.push_back(machine->crtc.CrtcRegs[16]);
-    totalAtTicks.push_back(machine->run.TotalCycles);
-    speedAtTicks.push_back(machine->screen.Text1);
-    return CoreHost::TickCount();
-  }
-};
-
 TEST(FrameEndTest, ClockSpeedAndLightPenComeBeforeTheTimeIsAsked) {
-  WatchingHost host;
-  const auto m = FrameMachine(host);
-  host.machine = m.get();
+  TestMachine m = FrameMachine();
+  std::vector<int32_t> pen;
+  std::vector<int64_t> total;
+  std::vector<std::string> speed;
+  m.host.onTicks = [&](Machine& machine) {
+    pen.push_back(machine.crtc.CrtcRegs[16]);
+    total.push_back(machine.run.TotalCycles);
+    speed.push_back(machine.screen.Text1);
+  };
   m->pen = {0x12, 0x34};
   Step(*m);  // at 0 ms: no picture
-  EXPECT_EQ(host.events, (Events{"PerformanceCounter", "PerformanceCounter", "TickCount", "FrameEnded"}));
-  EXPECT_EQ(host.penAtTicks, std::vector<int32_t>{0x12});
-  EXPECT_EQ(host.totalAtTicks, std::vector<int64_t>{62500});
-  EXPECT_EQ(host.speedAtTicks, std::vector<std::string>{"0"});
+  EXPECT_EQ(m.host.events, (Events{"PerformanceCounter", "PerformanceCounter", "TickCount", "FrameEnded"}));
+  EXPECT_EQ(pen, std::vector<int32_t>{0x12});
+  EXPECT_EQ(total, std::vector<int64_t>{62500});
+  EXPECT_EQ(speed, std::vector<std::string>{"0"});
   EXPECT_EQ(m->crtc.CrtcRegs[17], 0x34);
 }
 
-TEST(FrameEndTest, PictureThenPaletteThenPumpThenSound) {
-  CoreHost host;
-  host.ticks = 20;
-  const auto m = FrameMachine(host);
+// The pen has moved, palette and block are under way, no picture has been placed.
+TestMachine BusyMachine(uint32_t ticks) {
+  TestMachine m = FrameMachine();
+  m.host.ticks = ticks;
   m->pen = {0x12, 0x34};
   m->palette.PalNextLine = 200;
-  for (auto& line : m->palette.PalHistory) line.fill(0x99);
-  m->PortShadow[0x60] = 0x55;
   m->mixer.FrameInBlock = 2;
   m->picture.Left = -1;
+  return m;
+}
+
+TEST(FrameEndTest, PictureThenPaletteThenPumpThenSound) {
+  TestMachine m = BusyMachine(20);
+  for (auto& line : m->palette.PalHistory) line.fill(0x99);
+  m->PortShadow[0x60] = 0x55;
   bool pumped = false;
-  host.onPump = [&](Machine& machine) {
+  m.host.onPump = [&](Machine& machine) {
     pumped = true;
     EXPECT_EQ(machine.run.FrameClock, 1);
     EXPECT_EQ(machine.crtc.CrtcRegs[16], 0x12);
@@ -117,7 +111,7 @@ TEST(FrameEndTest, PictureThenPaletteThenPumpThenSound) {
     EXPECT_EQ(machine.mixer.FrameInBlock, 2);
     machine.tone.DacSlots[0] = 31;  // heard in this very frame
   };
-  host.onFrameEnded = [](Machine& machine) { EXPECT_EQ(machine.mixer.FrameInBlock, 3); };
+  m.host.onFrameEnded = [](Machine& machine) { EXPECT_EQ(machine.mixer.FrameInBlock, 3); };
   m->PortShadow[5] = 0x00;
   Step(*m);
   EXPECT_TRUE(pumped);
@@ -126,16 +120,10 @@ TEST(FrameEndTest, PictureThenPaletteThenPumpThenSound) {
 }
 
 TEST(FrameEndTest, AFrameThatIsNotDrawnStillSoundsAndCounts) {
-  CoreHost host;
-  host.ticks = 19;
-  const auto m = FrameMachine(host);
-  m->pen = {0x12, 0x34};
-  m->palette.PalNextLine = 200;
-  m->mixer.FrameInBlock = 2;
-  m->picture.Left = -1;
+  TestMachine m = BusyMachine(19);
   Step(*m);
-  EXPECT_EQ(host.Count("Pump"), 0);
-  EXPECT_EQ(host.Count("FrameEnded"), 1);
+  EXPECT_EQ(m.host.Count("Pump"), 0);
+  EXPECT_EQ(m.host.Count("FrameEnded"), 1);
   EXPECT_EQ(m->palette.PalNextLine, 200);
   EXPECT_EQ(m->picture.Left, -1);
   EXPECT_EQ(m->picture.borders, 0U);
@@ -146,23 +134,21 @@ TEST(FrameEndTest, AFrameThatIsNotDrawnStillSoundsAndCounts) {
 
 TEST(FrameEndTest, TheFirstPictureComesWhenTheClockIsPast19) {
   for (const uint32_t ticks : {0U, 1U, 18U, 19U, 20U, 21U, 1000U, 0x7FFFFFFFU}) {
-    CoreHost host;
-    host.ticks = ticks;
-    const auto m = FrameMachine(host);
+    TestMachine m = FrameMachine();
+    m.host.ticks = ticks;
     Step(*m);
-    EXPECT_EQ(host.Count("Pump"), ticks > 19 ? 1 : 0) << ticks;
+    EXPECT_EQ(m.host.Count("Pump"), ticks > 19 ? 1 : 0) << ticks;
   }
 }
 
 int PumpsInRun(uint32_t frameTicks, int frames) {
-  CoreHost host;
-  host.ticks = 1000;
-  host.frameTicks = frameTicks;
-  host.framesAllowed = frames;
-  const auto m = FrameMachine(host);
+  TestMachine m = FrameMachine();
+  m.host.ticks = 1000;
+  m.host.frameTicks = frameTicks;
+  m.host.framesAllowed = frames;
   RunOn(*m);
-  EXPECT_EQ(host.frames, frames);
-  return host.Count("Pump");
+  EXPECT_EQ(m.host.frames, frames);
+  return m.host.Count("Pump");
 }
 
 TEST(FrameEndTest, APictureEvery20MillisecondsAtMost) {
@@ -176,24 +162,22 @@ TEST(FrameEndTest, APictureEvery20MillisecondsAtMost) {
 }
 
 TEST(FrameEndTest, TimeSpentInThePumpDoesNotCount) {
-  CoreHost host;
-  host.ticks = 1000;
-  host.frameTicks = 10;
-  host.framesAllowed = 4;
-  host.onPump = [&](Machine&) { host.ticks += 500; };
-  const auto m = FrameMachine(host);
+  TestMachine m = FrameMachine();
+  m.host.ticks = 1000;
+  m.host.frameTicks = 10;
+  m.host.framesAllowed = 4;
+  m.host.onPump = [&](Machine&) { m.host.ticks += 500; };
   RunOn(*m);
-  EXPECT_EQ(host.Count("Pump"), 2);  // frames 1 and 3: 20 ms after the end of the first pump
+  EXPECT_EQ(m.host.Count("Pump"), 2);  // frames 1 and 3: 20 ms after the end of the first pump
 }
 
 TEST(FrameEndTest, EachEntryStartsFromZero) {
-  CoreHost host;
-  host.ticks = 1000;
-  const auto m = FrameMachine(host);
+  TestMachine m = FrameMachine();
+  m.host.ticks = 1000;
   for (int i = 1; i <= 3; ++i) {
     m->run.FrameClock = 62500;
     Step(*m);
-    EXPECT_EQ(host.Count("Pump"), i);  // at the same millisecond
+    EXPECT_EQ(m.host.Count("Pump"), i);  // at the same millisecond
   }
 }
 
@@ -209,51 +193,47 @@ TEST(FrameEndTest, SoundAndBlocks) {
   for (const auto& [before, after, frame, mixed, waits] : kCases) {
     for (const bool maximum : {false, true}) {
       SCOPED_TRACE(testing::Message() << "FrameInBlock " << before << " Max " << maximum);
-      CoreHost host;
-      const auto m = FrameMachine(host);
+      TestMachine m = FrameMachine();
       m->screen.xS6 = maximum;
       m->mixer.FrameInBlock = before;
       m->tone.ToneOut.fill(99);
       Step(*m);
       EXPECT_EQ(m->mixer.FrameInBlock, after);
       EXPECT_EQ(m->tone.ToneOut[440], frame ? 0 : 99);
-      EXPECT_EQ(host.Count("BlockMixed"), mixed ? 1 : 0);
-      EXPECT_EQ(host.Count("WaitForBlock"), waits && !maximum ? 1 : 0);
-      EXPECT_EQ(host.events.back(), "FrameEnded");
+      EXPECT_EQ(m.host.Count("BlockMixed"), mixed ? 1 : 0);
+      EXPECT_EQ(m.host.Count("WaitForBlock"), waits && !maximum ? 1 : 0);
+      EXPECT_EQ(m.host.events.back(), "FrameEnded");
     }
   }
 }
 
 TEST(FrameEndTest, ABlockThatIsWantedAlreadyIsNotWaitedFor) {
-  CoreHost host;
-  const auto m = FrameMachine(host);
+  TestMachine m = FrameMachine();
   m->mixer.FrameInBlock = 4;
   m->mixer.NeedData = 1;
   Step(*m);
-  EXPECT_EQ(host.Count("WaitForBlock"), 0);
+  EXPECT_EQ(m.host.Count("WaitForBlock"), 0);
   EXPECT_EQ(m->mixer.NeedData, 0);
 }
 
 TEST(FrameEndTest, EveryFifthFrameOfARun) {
-  CoreHost host;
-  host.framesAllowed = 17;
+  TestMachine m = FrameMachine();
+  m.host.framesAllowed = 17;
   std::vector<int> blocks;
-  host.onBlockMixed = [&](Machine&) { blocks.push_back(host.frames + 1); };
-  const auto m = FrameMachine(host);
+  m.host.onBlockMixed = [&](Machine&) { blocks.push_back(m.host.frames + 1); };
   RunOn(*m);
   EXPECT_EQ(blocks, (std::vector<int>{5, 10, 15}));
-  EXPECT_EQ(host.Count("WaitForBlock"), 3);
+  EXPECT_EQ(m.host.Count("WaitForBlock"), 3);
   EXPECT_EQ(m->mixer.FrameInBlock, 2);
   EXPECT_EQ(m->run.TotalCycles, 17 * 62500);
 }
 
 // The rest of the pass comes after the frame's end.
 TEST(FrameEndTest, FoldBreakpointAndHistoryComeLast) {
-  CoreHost host;
-  host.ticks = 20;
-  const auto m = FrameMachine(host);
+  TestMachine m = FrameMachine();
+  m.host.ticks = 20;
   m->run.Cycles = 62497;
-  host.onPump = [](Machine& machine) {
+  m.host.onPump = [](Machine& machine) {
     EXPECT_EQ(machine.run.Cycles, 62501);
     EXPECT_EQ(machine.run.PcHistory[9], 0);
     machine.run.Cycles = 62510;
@@ -264,24 +244,23 @@ TEST(FrameEndTest, FoldBreakpointAndHistoryComeLast) {
   Step(*m);
   EXPECT_EQ(m->run.Cycles, 10);
   EXPECT_EQ(m->run.PcHistory[9], 0x1000);
-  EXPECT_EQ(m->cpumon.redraws, 2);  // breakpoint and end of the loop
+  EXPECT_EQ(Redraws(*m), 2);  // breakpoint and end of the loop
 }
 
 // An interrupt that the pass before the frame's end has let in belongs to that pass.
 TEST(FrameEndTest, TheLineIsSetBeforeTheFrameEnds) {
-  CoreHost host;
-  host.ticks = 20;
-  const auto m = FrameMachine(host);
+  TestMachine m = FrameMachine();
+  m.host.ticks = 20;
   m->z80.IFF1 = 1;
   m->PortShadow[kStatusPort] = 0xFE;
   m->run.ToneItCounter = 4;
   m->PortShadow[5] = 0x20;
-  host.onPump = [](Machine& machine) {
+  m.host.onPump = [](Machine& machine) {
     EXPECT_EQ(machine.z80.IrqLine, 1);
     EXPECT_EQ(machine.PortShadow[kStatusPort], 0xEE);
   };
   Step(*m);
-  EXPECT_EQ(host.Count("Pump"), 1);
+  EXPECT_EQ(m.host.Count("Pump"), 1);
 }
 
 }  // namespace

@@ -1,45 +1,27 @@
 // The maskable interrupt as the pass serves it, in single passes and in runs.
-#include "testkit/TestMachine.h"
+#include <gtest/gtest.h>
+
+#include "loop/test/IrqMachine.h"
 
 namespace quoll::test {
 
 namespace {
 
-// Stack in U2, mode 1, stop at the interrupt's and the NMI's entry.
-std::unique_ptr<Machine> IrqMachine(Host& host) {
-  auto m = RamMachine(host);
-  m->z80.PC = 0x1000;
-  m->z80.SP = 0x9000;
-  m->z80.IM = 1;
-  Put(*m, 0x0038, {0xFD, 0xF3});
-  Put(*m, 0x0066, {0xFD, 0xF3});
-  return m;
-}
-
-int32_t Pushed(const Machine& m) { return m.MemImage[0x8FFE] + 256 * m.MemImage[0x8FFF]; }
-
 TEST(InterruptTest, AcceptancePushesJumpsAndTakesElevenTStates) {
-  CoreHost host;
-  const auto m = IrqMachine(host);
+  TestMachine m = IrqMachine();
   m->z80.IFF1 = m->z80.IFF2 = m->z80.IrqLine = 1;
   Step(*m);
-  EXPECT_EQ(m->z80.PC, 0x38);
-  EXPECT_EQ(m->z80.SP, 0x8FFE);
+  EXPECT_EQ(StandingOf(*m), (Standing{0x38, 0x8FFE, 0, 0, 1, 15}));
   EXPECT_EQ(Pushed(*m), 0x1001);
-  EXPECT_EQ(m->z80.IFF1, 0);
-  EXPECT_EQ(m->z80.IFF2, 0);
-  EXPECT_EQ(m->z80.IrqLine, 1);
   EXPECT_EQ(m->z80.R, 2);
   EXPECT_EQ(m->run.Cycles, 15);
-  EXPECT_EQ(m->run.FrameClock, 15);
   EXPECT_EQ(m->run.ToneItCounter, kNoToneSoon - 15);
   EXPECT_EQ(m->run.PrevPc, 0x1000);
 }
 
 TEST(InterruptTest, NothingIsAcceptedWithoutTheFlipFlopOrTheLine) {
   for (const int pending : {0, 1, 2}) {
-    CoreHost host;
-    const auto m = IrqMachine(host);
+    TestMachine m = IrqMachine();
     m->z80.IFF1 = pending == 1 ? 1 : 0;
     m->z80.IFF2 = 1;
     m->z80.IrqLine = pending == 2 ? 1 : 0;
@@ -51,15 +33,10 @@ TEST(InterruptTest, NothingIsAcceptedWithoutTheFlipFlopOrTheLine) {
 
 TEST(InterruptTest, HaltIsLeftBeforeTheAddressIsPushed) {
   for (const bool inARun : {false, true}) {
-    CoreHost host;
-    const auto m = IrqMachine(host);
+    TestMachine m = IrqMachine();
     Put(*m, 0x1000, {0x76});
     m->z80.IFF1 = m->z80.IrqLine = 1;
-    if (inARun) {
-      RunOn(*m);
-    } else {
-      Step(*m);
-    }
+    RunOrStep(*m, inARun, 1);
     EXPECT_EQ(Pushed(*m), 0x1001);
     EXPECT_EQ(m->z80.Halted, 0);
     EXPECT_EQ(m->run.FrameClock, 15);
@@ -69,16 +46,10 @@ TEST(InterruptTest, HaltIsLeftBeforeTheAddressIsPushed) {
 
 TEST(InterruptTest, EiLetsAPendingLineInAtItsOwnEnd) {
   for (const bool inARun : {false, true}) {
-    CoreHost host;
-    const auto m = IrqMachine(host);
+    TestMachine m = IrqMachine();
     Put(*m, 0x1000, {0x00, 0xFB, 0x00, 0x00});  // NOP  EI  NOP  NOP
     m->z80.IrqLine = 1;
-    if (inARun) {
-      RunOn(*m);
-    } else {
-      Step(*m);
-      Step(*m);
-    }
+    RunOrStep(*m, inARun, 2);
     EXPECT_EQ(Pushed(*m), 0x1002);
     EXPECT_EQ(m->run.FrameClock, 4 + 4 + 11);
   }
@@ -87,8 +58,7 @@ TEST(InterruptTest, EiLetsAPendingLineInAtItsOwnEnd) {
 TEST(InterruptTest, EiWithOnlyAFlagRaisesTheLineFirst) {
   for (const bool inARun : {false, true}) {
     for (const int flag : {0x01, 0x02, 0x04, 0x08, 0x10}) {
-      CoreHost host;
-      const auto m = IrqMachine(host);
+      TestMachine m = IrqMachine();
       Put(*m, 0x1000, {0x00, 0xFB, 0x00, 0x00});
       m->PortShadow[kStatusPort] = static_cast<uint8_t>(0xFF - flag);
       if (inARun) {
@@ -108,8 +78,7 @@ TEST(InterruptTest, EiWithOnlyAFlagRaisesTheLineFirst) {
 }
 
 TEST(InterruptTest, BitsFiveToSevenOfTheStatusAreNoFlags) {
-  CoreHost host;
-  const auto m = IrqMachine(host);
+  TestMachine m = IrqMachine();
   m->z80.IFF1 = 1;
   m->PortShadow[kStatusPort] = 0x1F;
   Step(*m);
@@ -118,27 +87,20 @@ TEST(InterruptTest, BitsFiveToSevenOfTheStatusAreNoFlags) {
 
 TEST(InterruptTest, RetnBringsInterruptsBackAtOnce) {
   for (const bool inARun : {false, true}) {
-    CoreHost host;
-    const auto m = IrqMachine(host);
+    TestMachine m = IrqMachine();
     Put(*m, 0x1000, {0x00, 0xED, 0x45});
     Put(*m, 0x9000, {0x00, 0x20});
     m->z80.IFF2 = 1;
     m->z80.IrqLine = 1;
-    if (inARun) {
-      RunOn(*m);
-    } else {
-      Step(*m);
-      Step(*m);
-    }
+    RunOrStep(*m, inARun, 2);
     EXPECT_EQ(m->z80.SP, 0x9000);
-    EXPECT_EQ(m->MemImage[0x9000] + 256 * m->MemImage[0x9001], 0x2000);
+    EXPECT_EQ(Word(*m, 0x9000), 0x2000);
     EXPECT_EQ(m->run.FrameClock, 4 + 14 + 11);
   }
 }
 
 TEST(InterruptTest, TheLineStaysUntilPortSevenIsWritten) {
-  CoreHost host;
-  const auto m = IrqMachine(host);
+  TestMachine m = IrqMachine();
   Put(*m, 0x0038, {0xFB});  // a handler of EI alone: taken again and again
   m->z80.IFF1 = m->z80.IrqLine = 1;
   for (int i = 0; i < 4; ++i) Step(*m);
@@ -148,8 +110,7 @@ TEST(InterruptTest, TheLineStaysUntilPortSevenIsWritten) {
 }
 
 TEST(InterruptTest, TheLineOutlivesTheFlag) {
-  CoreHost host;
-  const auto m = IrqMachine(host);
+  TestMachine m = IrqMachine();
   m->z80.IrqLine = 1;
   m->PortShadow[kStatusPort] = 0xFF;
   m->z80.A = 0;
@@ -160,17 +121,12 @@ TEST(InterruptTest, TheLineOutlivesTheFlag) {
 
 TEST(InterruptTest, AHandlerThatWritesPortSevenIsDone) {
   for (const bool inARun : {false, true}) {
-    CoreHost host;
-    const auto m = IrqMachine(host);
+    TestMachine m = IrqMachine();
     Put(*m, 0x1000, {0x3E, 0x00, 0x3C, 0x3C, 0xFD, 0xF3});  // LD A,0  INC A  INC A  (stop)
     Put(*m, 0x0038, {0xD3, 0x07, 0xFB, 0xC9});              // OUT (7),A  EI  RET
     m->z80.IFF1 = 1;
     m->PortShadow[kStatusPort] = 0xEF;
-    if (inARun) {
-      RunOn(*m);
-    } else {
-      for (int i = 0; i < 6; ++i) Step(*m);
-    }
+    RunOrStep(*m, inARun, 6);
     // The line rises at the end of LD, INC lets it in, the handler runs once.
     EXPECT_EQ(m->z80.A, 2);
     EXPECT_EQ(m->z80.SP, 0x9000);
@@ -183,8 +139,7 @@ TEST(InterruptTest, AHandlerThatWritesPortSevenIsDone) {
 }
 
 TEST(InterruptTest, ACardFlagComesBackAfterPortSeven) {
-  CoreHost host;
-  const auto m = IrqMachine(host);
+  TestMachine m = IrqMachine();
   Put(*m, 0x0038, {0xD3, 0x07, 0xFB, 0xC9});
   m->z80.IFF1 = 1;
   m->PortShadow[kStatusPort] = 0xFB;  // card 2
@@ -204,31 +159,21 @@ TEST(InterruptTest, OtherModesStopTheRun) {
   for (const int mode : {0, 2}) {
     for (const bool halted : {false, true}) {
       for (const bool inARun : {false, true}) {
-        CoreHost host;
-        const auto m = IrqMachine(host);
+        TestMachine m = IrqMachine();
         m->z80.IM = mode;
         m->z80.IFF1 = m->z80.IFF2 = m->z80.IrqLine = 1;
         if (halted) Put(*m, 0x1000, {0x76});
         const auto image = m->MemImage;
-        if (inARun) {
-          RunOn(*m);
-        } else {
-          Step(*m);
-        }
-        ASSERT_EQ(host.messages.size(), 1U);
-        EXPECT_EQ(host.messages[0].text, "IM MODE 0 or 2 not allowed!");
+        RunOrStep(*m, inARun, 1);
+        ASSERT_EQ(m.host.messages.size(), 1U);
+        EXPECT_EQ(m.host.messages[0].text, "IM MODE 0 or 2 not allowed!");
         EXPECT_EQ(m->run.CpuRunning, 0);
-        EXPECT_EQ(m->z80.PC, 0x1001);
-        EXPECT_EQ(m->z80.SP, 0x9000);
-        EXPECT_EQ(m->z80.IFF1, 0);
-        EXPECT_EQ(m->z80.IFF2, 0);
-        EXPECT_EQ(m->z80.IrqLine, 1);
+        EXPECT_EQ(StandingOf(*m), (Standing{0x1001, 0x9000, 0, 0, 1, 4}));
         EXPECT_EQ(m->z80.Halted, 0);
-        EXPECT_EQ(m->run.FrameClock, 4);
         EXPECT_EQ(m->z80.R, 1);
         EXPECT_TRUE(m->MemImage == image);
         Step(*m);  // once only
-        EXPECT_EQ(host.messages.size(), 1U);
+        EXPECT_EQ(m.host.messages.size(), 1U);
       }
     }
   }
@@ -236,8 +181,7 @@ TEST(InterruptTest, OtherModesStopTheRun) {
 
 // Interrupts come between the repeats of a block instruction.
 TEST(InterruptTest, ABlockInstructionIsInterruptedAndGoesOn) {
-  CoreHost host;
-  const auto m = IrqMachine(host);
+  TestMachine m = IrqMachine();
   m->z80.H = 0x40;
   m->z80.D = 0x50;
   m->z80.L = m->z80.E = m->z80.B = 0;

@@ -1,4 +1,6 @@
 // The loop entered again from its own pump, and machines that change under it.
+#include <gtest/gtest.h>
+
 #include "forms/Forms.h"
 #include "machine/MachineInit.h"
 #include "testkit/TestMachine.h"
@@ -8,22 +10,21 @@ namespace quoll::test {
 namespace {
 
 // One NOP away from the frame's end, with one T-state left over; each frame is drawn and pumped.
-std::unique_ptr<Machine> PumpedMachine(CoreHost& host) {
-  auto m = RamMachine(host);
+TestMachine PumpedMachine() {
+  TestMachine m;
   m->z80.PC = 0x1000;
   m->run.FrameClock = m->run.Cycles = 62497;
-  host.ticks = 1000;
-  host.frameTicks = 20;
-  host.framesAllowed = 100;
+  m.host.ticks = 1000;
+  m.host.frameTicks = 20;
+  m.host.framesAllowed = 100;
   return m;
 }
 
 void Click(Machine& m, const char* name) { Press(m, TheControl("TScreen", name)); }
 
 TEST(NestedRunTest, StepInsideARunEndsIt) {
-  CoreHost host;
-  const auto m = PumpedMachine(host);
-  host.onPump = [](Machine& machine) {
+  TestMachine m = PumpedMachine();
+  m.host.onPump = [](Machine& machine) {
     EXPECT_EQ(machine.run.PcHistory[9], 0);
     CPUmon_Command7_Click(machine);
     EXPECT_EQ(machine.z80.PC, 0x1002);
@@ -36,9 +37,9 @@ TEST(NestedRunTest, StepInsideARunEndsIt) {
   EXPECT_EQ(m->run.FrameClock, 5);
   EXPECT_EQ(m->run.Cycles, 5);
   EXPECT_EQ(m->run.TotalCycles, 62500);
-  EXPECT_EQ(host.frames, 1);
+  EXPECT_EQ(m.host.frames, 1);
   EXPECT_EQ(m->run.CpuRunning, 0);
-  EXPECT_EQ(m->cpumon.redraws, 2U);
+  EXPECT_EQ(Redraws(*m), 2U);
   // PrevPc is one for both loops: the outer pass finds that of the inner one.
   EXPECT_EQ(m->run.PcHistory[9], 0x1001);
   EXPECT_EQ(m->run.PcHistory[8], 0x1001);
@@ -46,55 +47,52 @@ TEST(NestedRunTest, StepInsideARunEndsIt) {
 }
 
 TEST(NestedRunTest, PauseInThePumpEndsTheRun) {
-  CoreHost host;
-  const auto m = PumpedMachine(host);
-  host.onPump = [](Machine& machine) { Click(machine, "xS1"); };
+  TestMachine m = PumpedMachine();
+  m.host.onPump = [](Machine& machine) { Click(machine, "xS1"); };
   RunOn(*m);
-  EXPECT_EQ(host.frames, 1);
+  EXPECT_EQ(m.host.frames, 1);
   EXPECT_EQ(m->z80.PC, 0x1001);
   EXPECT_EQ(m->run.CpuRunning, 0);
   EXPECT_TRUE(m->screen.xS1);
-  EXPECT_EQ(m->cpumon.redraws, 1U);
+  EXPECT_EQ(Redraws(*m), 1U);
   // Taking the tick off enters the loop, which goes on from there until somebody stops it.
-  host.onPump = nullptr;
-  host.framesAllowed = 3;
+  m.host.onPump = nullptr;
+  m.host.framesAllowed = 3;
   Click(*m, "xS1");
-  EXPECT_EQ(host.frames, 3);
+  EXPECT_EQ(m.host.frames, 3);
   EXPECT_FALSE(m->screen.xS1);
   EXPECT_TRUE(m->screen.xS3);
   EXPECT_EQ(m->run.TotalCycles, 3 * 62500);
 }
 
 TEST(NestedRunTest, PauseAndOnInOnePumpRunsOnTopOfTheOuterLoop) {
-  CoreHost host;
-  const auto m = PumpedMachine(host);
+  TestMachine m = PumpedMachine();
   int depth = 0;
-  host.framesAllowed = 4;
-  host.onPump = [&](Machine& machine) {
+  m.host.framesAllowed = 4;
+  m.host.onPump = [&](Machine& machine) {
     if (++depth > 1) return;
     Click(machine, "xS1");
     Click(machine, "xS1");
     // Three frames of the inner loop; the outer one has not ended its first yet.
-    EXPECT_EQ(host.frames, 3);
+    EXPECT_EQ(m.host.frames, 3);
     EXPECT_EQ(machine.run.CpuRunning, 0);
   };
-  host.onFrameEnded = [&](Machine& machine) {
-    if (host.frames == 2) machine.run.CpuRunning = 0;
+  m.host.onFrameEnded = [&](Machine& machine) {
+    if (m.host.frames == 2) machine.run.CpuRunning = 0;
   };
   RunOn(*m);
-  EXPECT_EQ(host.frames, 4);
+  EXPECT_EQ(m.host.frames, 4);
   EXPECT_EQ(m->run.TotalCycles, 4 * 62500);
-  EXPECT_EQ(m->cpumon.redraws, 2U);
+  EXPECT_EQ(Redraws(*m), 2U);
   // From 1 on 15625 NOPs fill each of the three inner frames exactly.
   EXPECT_EQ(m->run.FrameClock, 1);
   EXPECT_EQ(m->z80.PC, 0x1001 + 3 * 15625);
 }
 
 TEST(NestedRunTest, RunInsideARun) {
-  CoreHost host;
-  const auto m = PumpedMachine(host);
+  TestMachine m = PumpedMachine();
   int depth = 0;
-  host.onPump = [&](Machine& machine) {
+  m.host.onPump = [&](Machine& machine) {
     ++depth;
     if (depth == 1) {
       CPUmon_Command1_Click(machine);
@@ -106,19 +104,18 @@ TEST(NestedRunTest, RunInsideARun) {
   };
   RunOn(*m);
   EXPECT_EQ(depth, 2);
-  EXPECT_EQ(host.frames, 2);
-  EXPECT_EQ(m->cpumon.redraws, 2U);
+  EXPECT_EQ(m.host.frames, 2);
+  EXPECT_EQ(Redraws(*m), 2U);
   EXPECT_EQ(m->cpumon.Command1Look.back, kRed);
 }
 
 // The inner loop has its own memory of when it drew: at the same millisecond it draws again.
 TEST(NestedRunTest, TheInnerLoopDrawsAtOnce) {
-  CoreHost host;
-  const auto m = PumpedMachine(host);
-  host.frameTicks = 0;
-  host.framesAllowed = 3;
+  TestMachine m = PumpedMachine();
+  m.host.frameTicks = 0;
+  m.host.framesAllowed = 3;
   int depth = 0;
-  host.onPump = [&](Machine& machine) {
+  m.host.onPump = [&](Machine& machine) {
     if (++depth == 1) RunLoop(machine);
   };
   RunOn(*m);
@@ -126,11 +123,10 @@ TEST(NestedRunTest, TheInnerLoopDrawsAtOnce) {
 }
 
 TEST(NestedRunTest, AResetRequestInThePumpIsServedAfterOneMoreInstruction) {
-  CoreHost host;
-  const auto m = PumpedMachine(host);
+  TestMachine m = PumpedMachine();
   Put(*m, 0x1001, {0x3E, 0x5A, 0x32, 0x00, 0x80});  // LD A,5A only
   Put(*m, 0x18000, {0xFD, 0xF3});
-  host.onPump = [](Machine& machine) { machine.run.ResetRequest = 1; };
+  m.host.onPump = [](Machine& machine) { machine.run.ResetRequest = 1; };
   RunOn(*m);
   EXPECT_EQ(m->z80.PC, 2);
   EXPECT_EQ(m->run.FrameClock, 1 + 7 + 3);
@@ -142,32 +138,29 @@ TEST(NestedRunTest, AResetRequestInThePumpIsServedAfterOneMoreInstruction) {
 }
 
 TEST(NestedRunTest, AnNmiRequestInThePump) {
-  CoreHost host;
-  const auto m = PumpedMachine(host);
+  TestMachine m = PumpedMachine();
   m->z80.SP = 0x9000;
   Put(*m, 0x0066, {0xFD, 0xF3});
-  host.onPump = [](Machine& machine) { machine.run.NmiRequest = 1; };
+  m.host.onPump = [](Machine& machine) { machine.run.NmiRequest = 1; };
   RunOn(*m);
-  EXPECT_EQ(m->MemImage[0x8FFE] + 256 * m->MemImage[0x8FFF], 0x1002);
+  EXPECT_EQ(Word(*m, 0x8FFE), 0x1002);
   EXPECT_EQ(m->run.FrameClock, 1 + 4 + 11 + 11);
 }
 
 TEST(NestedRunTest, StoppingInThePumpEndsTheLoopWithThisPass) {
-  CoreHost host;
-  const auto m = PumpedMachine(host);
-  host.onPump = [](Machine& machine) { machine.run.CpuRunning = 0; };
+  TestMachine m = PumpedMachine();
+  m.host.onPump = [](Machine& machine) { machine.run.CpuRunning = 0; };
   RunOn(*m);
   EXPECT_EQ(m->z80.PC, 0x1001);
-  EXPECT_EQ(host.frames, 1);
+  EXPECT_EQ(m.host.frames, 1);
 }
 
 // Whatever a handler changes holds for the next instruction.
 TEST(NestedRunTest, PagingModelAndProcessorChangeInThePump) {
-  CoreHost host;
-  const auto m = PumpedMachine(host);
+  TestMachine m = PumpedMachine();
   m->MemImage[0x8000] = 0x44;
   Put(*m, 0xC000, {0x3A, 0x00, 0x80, 0x47, 0xFD, 0xF3});  // LD A,(8000)  LD B,A  (stop): U3, at 0 as well
-  host.onPump = [](Machine& machine) {
+  m.host.onPump = [](Machine& machine) {
     machine.PortShadow[2] = 0xB8;
     machine.screen.x32KB = true;
     machine.z80.PC = 0x0000;
@@ -180,12 +173,11 @@ TEST(NestedRunTest, PagingModelAndProcessorChangeInThePump) {
 }
 
 TEST(NestedRunTest, ReadNoiseSwitchedOnInThePump) {
-  CoreHost host;
-  const auto m = PumpedMachine(host);
+  TestMachine m = PumpedMachine();
   m->PortShadow[2] = 0x90;
   Put(*m, 0x1001, {0x3A, 0x00, 0x80, 0xFD, 0xF3});
   m->MemImage[0x10000] = 0x80;
-  host.onPump = [](Machine& machine) { machine.VideoReadNoise = true; };
+  m.host.onPump = [](Machine& machine) { machine.VideoReadNoise = true; };
   RunOn(*m);
   EXPECT_EQ(m->z80.A, 0xB7);
   EXPECT_EQ(m->MemImage[0x10000], 0xB7);
@@ -193,12 +185,11 @@ TEST(NestedRunTest, ReadNoiseSwitchedOnInThePump) {
 
 // FrameEnded comes last, with the machine free to be changed as well.
 TEST(NestedRunTest, AChangeInFrameEndedHolds) {
-  CoreHost host;
-  const auto m = PumpedMachine(host);
-  host.ticks = 0;
-  host.frameTicks = 0;
+  TestMachine m = PumpedMachine();
+  m.host.ticks = 0;
+  m.host.frameTicks = 0;
   Put(*m, 0x10000, {0x3E, 0x77, 0xFD, 0xF3});  // in VID0, at 0x4000 once it is paged in
-  host.onFrameEnded = [](Machine& machine) {
+  m.host.onFrameEnded = [](Machine& machine) {
     machine.PortShadow[2] = 0xB4;
     machine.z80.PC = 0x4000;
   };
@@ -208,14 +199,13 @@ TEST(NestedRunTest, AChangeInFrameEndedHolds) {
 }
 
 TEST(NestedRunTest, AFatalStoreInsideTheInnerLoopEndsBoth) {
-  CoreHost host;
-  const auto m = PumpedMachine(host);
+  TestMachine m = PumpedMachine();
   m->PortShadow[2] = 0xF0;
   m->PortShadow[3] = 0x40;
   Put(*m, 0x1001, {0x32, 0x00, 0xC0});
-  host.onPump = [](Machine& machine) { RunLoop(machine); };
+  m.host.onPump = [](Machine& machine) { RunLoop(machine); };
   EXPECT_TRUE(EndsProgram([&] { RunOn(*m); }));
-  EXPECT_EQ(host.messages.size(), 1U);
+  EXPECT_EQ(m.host.messages.size(), 1U);
 }
 
 }  // namespace

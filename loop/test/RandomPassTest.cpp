@@ -24,7 +24,7 @@ TEST(RandomPassTest, SinglePassesEqualTheModel) {
   for (int trial = 0; trial < trials && !testing::Test::HasFailure(); ++trial) {
     Twins twins;
     twins.Randomize(dice);
-    twins.host.framesLeft = twins.modelFramesLeft = 1000;
+    twins.framesLeft = twins.modelFramesLeft = 1000;
     bool ended = false;
     for (int pass = 0; pass < 2000 && !ended && !testing::Test::HasFailure(); ++pass) {
       const std::string what = "trial " + std::to_string(trial) + " pass " + std::to_string(pass) + " PC " +
@@ -45,7 +45,7 @@ TEST(RandomPassTest, EveryOpcodeOfEveryPageEqualsTheModel) {
   Dice dice(kSeed + 2);
   Twins twins;
   twins.Randomize(dice);
-  twins.host.framesLeft = twins.modelFramesLeft = 1'000'000;
+  twins.framesLeft = twins.modelFramesLeft = 1'000'000;
   twins.machine->VideoReadNoise = twins.model.VideoReadNoise = false;
   const int states = Trials(60);
   for (const auto& page : pages) {
@@ -79,10 +79,10 @@ TEST(RandomPassTest, WholeFramesEqualTheModel) {
   for (int trial = 0; trial < trials && !testing::Test::HasFailure(); ++trial) {
     Twins twins;
     twins.Randomize(dice);
-    twins.host.framesLeft = twins.modelFramesLeft = 1 + Roll(dice, 12);
+    twins.framesLeft = twins.modelFramesLeft = 1 + Roll(dice, 12);
     twins.machine->run.CpuRunning = 1;
     const bool machineEnds = Ends([&] { RunLoop(*twins.machine); });
-    if (twins.host.stalled) {  // a program that uses no T-states: how long it ran is the host's affair
+    if (twins.host.stalls > 0) {  // a program that uses no T-states: how long it ran is the host's affair
       ++stalled;
       continue;
     }

@@ -1,4 +1,6 @@
 // Clocks and counters that a script has set to anything: the loop stays defined, numbers of 32 bits wrap.
+#include <gtest/gtest.h>
+
 #include <climits>
 
 #include "testkit/TestMachine.h"
@@ -15,24 +17,21 @@ constexpr int32_t kAnything[] = {INT_MIN, INT_MIN + 3, -100000, -1,           0,
 
 TEST(RangeTest, AnyFrameClock) {
   for (const int32_t clock : kAnything) {
-    CoreHost host;
-    const auto m = RamMachine(host);
+    TestMachine m;
     m->run.FrameClock = clock;
     Step(*m);
     const int32_t after = Wrap(int64_t{clock} + 4);
     EXPECT_EQ(m->run.FrameClock, after > 62500 ? after - 62500 : after) << clock;
-    EXPECT_EQ(host.frames, after > 62500 ? 1 : 0) << clock;
+    EXPECT_EQ(m.host.frames, after > 62500 ? 1 : 0) << clock;
   }
 }
 
 TEST(RangeTest, AnyFrameClockInARun) {
   for (const int32_t start : kAnything) {
-    CoreHost host;
-    host.framesAllowed = 3;
-    const auto m = RamMachine(host);
-    m->z80.PC = 0x1000;
+    TestMachine m;
+    m.host.framesAllowed = 3;
     m->run.FrameClock = start;
-    Put(*m, 0x1000, {0xC3, 0x00, 0x10});  // JP 1000, 10 T-states
+    Program(*m, 0x1000, {0xC3, 0x00, 0x10});  // JP 1000, 10 T-states
     if (start < -1000000 || start > INT_MAX - 10) continue;
     int64_t clock = start;
     int32_t passes = 0;
@@ -53,17 +52,12 @@ TEST(RangeTest, AnyFrameClockInARun) {
 TEST(RangeTest, AnyCyclesAndToneCounter) {
   for (const bool inARun : {false, true}) {
     for (const int32_t value : kAnything) {
-      CoreHost host;
-      const auto m = RamMachine(host);
+      TestMachine m;
       m->z80.PC = 0x1000;
       Put(*m, 0x1001, {0xFD, 0xF3});
       m->run.Cycles = value;
       m->run.ToneItCounter = value;
-      if (inARun) {
-        RunOn(*m);
-      } else {
-        Step(*m);
-      }
+      RunOrStep(*m, inARun, 1);
       int32_t cycles = Wrap(int64_t{value} + 4);
       // A run's stop takes no time, but its pass folds once more.
       for (int pass = 0; pass < (inARun ? 2 : 1); ++pass) {
@@ -80,8 +74,7 @@ TEST(RangeTest, AnyCyclesAndToneCounter) {
 TEST(RangeTest, AnyCyclesAtAnAcceptanceOrAReset) {
   for (const int32_t value : kAnything) {
     for (const int what : {0, 1, 2}) {
-      CoreHost host;
-      const auto m = RamMachine(host);
+      TestMachine m;
       m->z80.PC = 0x1000;
       m->z80.SP = 0x9000;
       m->z80.IM = 1;
@@ -101,16 +94,11 @@ TEST(RangeTest, AnyCyclesAtAnAcceptanceOrAReset) {
 TEST(RangeTest, AnyRefreshCounter) {
   for (const bool inARun : {false, true}) {
     for (const int32_t value : kAnything) {
-      CoreHost host;
-      const auto m = RamMachine(host);
+      TestMachine m;
       m->z80.PC = 0x1000;
       m->z80.R = value;
       Put(*m, 0x1001, {0xFD, 0xF3});
-      if (inARun) {
-        RunOn(*m);
-      } else {
-        Step(*m);
-      }
+      RunOrStep(*m, inARun, 1);
       EXPECT_EQ(m->z80.R, Wrap(int64_t{value} + 1) & 0xFF) << value;
     }
   }
@@ -119,8 +107,7 @@ TEST(RangeTest, AnyRefreshCounter) {
 TEST(RangeTest, AnyCrtcRegister) {
   for (const int32_t value : kAnything) {
     for (const size_t reg : {6U, 10U, 14U, 15U, 18U}) {
-      CoreHost host;
-      const auto m = RamMachine(host);
+      TestMachine m;
       m->crtc.CrtcRegs[10] = 0;
       m->crtc.CrtcRegs[6] = 60;
       m->crtc.CrtcRegs[reg] = value;
@@ -135,8 +122,7 @@ TEST(RangeTest, AnyCrtcRegister) {
 
 TEST(RangeTest, AnyLastCursorIrq) {
   for (const int32_t value : kAnything) {
-    CoreHost host;
-    const auto m = RamMachine(host);
+    TestMachine m;
     m->crtc.CrtcRegs[10] = 0;
     m->crtc.CrtcRegs[6] = 60;
     m->run.FrameClock = 5332;

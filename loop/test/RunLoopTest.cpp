@@ -1,4 +1,6 @@
 // The pass: an instruction with its prefixes, R, HALT, the cycle counts, the history, the breakpoint.
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <climits>
 
@@ -10,8 +12,7 @@ namespace {
 
 TEST(RunLoopTest, WithoutCpuRunningItIsOnePass) {
   for (const int running : {0, 2, 255}) {  // only 1 keeps looping
-    CoreHost host;
-    const auto m = RamMachine(host);
+    TestMachine m;
     m->z80.PC = 0x1000;
     m->run.CpuRunning = static_cast<uint8_t>(running);
     RunLoop(*m);
@@ -23,33 +24,31 @@ TEST(RunLoopTest, WithoutCpuRunningItIsOnePass) {
     EXPECT_EQ(m->run.PrevPc, 0x1000);
     EXPECT_EQ(m->run.PcHistory[9], 0x1000);
     EXPECT_EQ(m->run.CpuRunning, running);
-    EXPECT_TRUE(host.events.empty());
+    EXPECT_TRUE(m.host.events.empty());
   }
 }
 
 TEST(RunLoopTest, ItsEndColoursTheRunButtonAndShowsTheProcessor) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->cpumon.Command1Look.back = kButtonFace;
   Step(*m);
   EXPECT_EQ(m->cpumon.Command1Look.back, 0xFF);
-  EXPECT_EQ(m->cpumon.redraws, 1U);
+  EXPECT_EQ(Redraws(*m), 1U);
   m->cpumon.Command1Look.back = kButtonFace;
   RunOn(*m);
   EXPECT_EQ(m->cpumon.Command1Look.back, 0xFF);
-  EXPECT_EQ(m->cpumon.redraws, 2U);
+  EXPECT_EQ(Redraws(*m), 2U);
 }
 
 TEST(RunLoopTest, RunZeroesTheCountsAndStepDoesNot) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->run.Cycles = 500;
   m->run.TotalCycles = 125000;
   m->run.FrameClock = 62490;
   CPUmon_Command7_Click(*m);
   EXPECT_EQ(m->run.Cycles, 504);
   EXPECT_EQ(m->run.TotalCycles, 125000);
-  host.onFrameEnded = [](Machine& machine) {
+  m.host.onFrameEnded = [](Machine& machine) {
     EXPECT_EQ(machine.cpumon.Command1Look.back, kButtonFace);
     EXPECT_EQ(machine.run.CpuRunning, 1);
   };
@@ -60,21 +59,18 @@ TEST(RunLoopTest, RunZeroesTheCountsAndStepDoesNot) {
 }
 
 TEST(RunLoopTest, RIsMaskedAfterEachPass) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->z80.R = 255;
   Step(*m);
   EXPECT_EQ(m->z80.R, 0);
   m->z80.R = 255;
-  m->z80.PC = 0x1000;
-  Put(*m, 0x1000, {0xDB, 0x5B});  // R +3
+  Program(*m, 0x1000, {0xDB, 0x5B});  // R +3
   Step(*m);
   EXPECT_EQ(m->z80.R, 2);
 }
 
 TEST(RunLoopTest, ARunsProgramSeesRMasked) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->z80.PC = 0x1000;
   Put(*m, 0x1000 + 300, {0xED, 0x5F, 0xFD, 0xF3});  // 300 NOPs  LD A,R  (stop)
   RunOn(*m);
@@ -98,8 +94,7 @@ TEST(RunLoopTest, APrefixAndItsInstructionAreOnePass) {
                         {{0xDD, 0xCB, 0x05, 0x00}, 3, 0, 0},
                         {{0xFD, 0xCB, 0x05, 0x00}, 2, 0, 0}};
   for (const auto& [code, length, tStates, refresh] : cases) {
-    CoreHost host;
-    const auto m = RamMachine(host);
+    TestMachine m;
     m->z80.PC = 0x1000;
     m->z80.IX = m->z80.IY = 0x2000;
     Put(*m, 0x1000, code);
@@ -113,17 +108,15 @@ TEST(RunLoopTest, APrefixAndItsInstructionAreOnePass) {
 }
 
 TEST(RunLoopTest, AnUnknownOpcodeOnlyMovesOn) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->z80.UnDocEnabled = 0;
-  m->z80.PC = 0x1000;
-  Put(*m, 0x1000, {0xCB, 0x30});
+  Program(*m, 0x1000, {0xCB, 0x30});
   Step(*m);
   EXPECT_EQ(m->z80.PC, 0x1002);
   EXPECT_EQ(m->run.FrameClock, 0);
   EXPECT_EQ(m->z80.R, 0);
   EXPECT_EQ(m->screen.Label1, "Unknown Opcode!");
-  EXPECT_TRUE(host.messages.empty());
+  EXPECT_TRUE(m.host.messages.empty());
 }
 
 // A snapshot may have been taken in the midst of an instruction.
@@ -144,8 +137,7 @@ TEST(RunLoopTest, AnInstructionIsResumedAfterItsPrefix) {
   for (const bool inARun : {false, true}) {
     for (const auto& [prefix, code, length, tStates] : cases) {
       SCOPED_TRACE(testing::Message() << "prefix " << std::hex << prefix);
-      CoreHost host;
-      const auto m = RamMachine(host);
+      TestMachine m;
       m->z80.PC = 0x1000;
       m->z80.A = 0x81;
       m->z80.IX = 0x2000;
@@ -153,11 +145,7 @@ TEST(RunLoopTest, AnInstructionIsResumedAfterItsPrefix) {
       m->z80.PrefixState = prefix;
       Put(*m, 0x1000, code);
       Put(*m, 0x1000 + length, {0xFD, 0xF3});
-      if (inARun) {
-        RunOn(*m);
-      } else {
-        Step(*m);
-      }
+      RunOrStep(*m, inARun, 1);
       EXPECT_EQ(m->z80.PC, 0x1000 + length + (inARun ? 2 : 0));
       EXPECT_EQ(m->run.FrameClock, tStates);
       EXPECT_EQ(m->z80.R, 1);
@@ -176,24 +164,21 @@ TEST(RunLoopTest, AnInstructionIsResumedAfterItsPrefix) {
 TEST(RunLoopTest, AnUnknownPrefixEndsTheProgram) {
   for (const int32_t prefix : {1, 0xCC, 0xDDFD, 0xCBCB, 0xEDCB, 0x10000, INT_MAX, -5}) {
     for (const bool inARun : {false, true}) {
-      CoreHost host;
-      const auto m = RamMachine(host);
+      TestMachine m;
       m->z80.PC = 0x1000;
       m->z80.PrefixState = prefix;
       EXPECT_TRUE(EndsProgram([&] { inARun ? RunOn(*m) : Step(*m); }));
-      ASSERT_EQ(host.messages.size(), 1U);
-      EXPECT_EQ(host.messages[0].text, std::to_string(prefix) + "=Unknown prefix");
-      EXPECT_EQ(host.messages[0].title, "CPU ERROR!");
+      ASSERT_EQ(m.host.messages.size(), 1U);
+      EXPECT_EQ(m.host.messages[0].text, std::to_string(prefix) + "=Unknown prefix");
+      EXPECT_EQ(m.host.messages[0].title, "CPU ERROR!");
       EXPECT_EQ(m->run.FrameClock, 0);
     }
   }
 }
 
 TEST(RunLoopTest, HaltRestsOnItsOpcode) {
-  CoreHost host;
-  const auto m = RamMachine(host);
-  m->z80.PC = 0x1000;
-  Put(*m, 0x1000, {0x76});
+  TestMachine m;
+  Program(*m, 0x1000, {0x76});
   for (int pass = 1; pass <= 3; ++pass) {
     Step(*m);
     EXPECT_EQ(m->z80.PC, 0x1000);
@@ -206,11 +191,9 @@ TEST(RunLoopTest, HaltRestsOnItsOpcode) {
 }
 
 TEST(RunLoopTest, HaltInARunCountsEveryPass) {
-  CoreHost host;
-  host.framesAllowed = 2;
-  const auto m = RamMachine(host);
-  m->z80.PC = 0x1000;
-  Put(*m, 0x1000, {0x76});
+  TestMachine m;
+  m.host.framesAllowed = 2;
+  Program(*m, 0x1000, {0x76});
   RunOn(*m);
   // 125000 T-states and the excess: 31251 passes.
   EXPECT_EQ(m->run.FrameClock, 4);
@@ -228,19 +211,17 @@ TEST(RunLoopTest, CyclesFoldByThemselves) {
   };
   constexpr Case kCases[] = {{62496, 62500}, {62497, 1}, {62500, 4}, {100000, 37504}, {0, 4}, {-10, -6}};
   for (const auto& [before, after] : kCases) {
-    CoreHost host;
-    const auto m = RamMachine(host);
+    TestMachine m;
     m->run.Cycles = before;
     Step(*m);
     EXPECT_EQ(m->run.Cycles, after);
     EXPECT_EQ(m->run.FrameClock, 4);
-    EXPECT_EQ(host.frames, 0);
+    EXPECT_EQ(m.host.frames, 0);
   }
 }
 
 TEST(RunLoopTest, CyclesFoldInTheMidstOfAFrame) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->run.Cycles = 30000;
   RunOn(*m);  // 62504 T-states
   EXPECT_EQ(m->run.FrameClock, 4);
@@ -249,17 +230,12 @@ TEST(RunLoopTest, CyclesFoldInTheMidstOfAFrame) {
 
 TEST(RunLoopTest, HistoryHoldsTheLastTenAddresses) {
   for (const bool inARun : {false, true}) {
-    CoreHost host;
-    const auto m = RamMachine(host);
+    TestMachine m;
     m->z80.PC = 0x1000;
     // JP 2000; at 2000 LD A,n, 7 NOPs, INC IX (two bytes), NOP, (stop)
     Put(*m, 0x1000, {0xC3, 0x00, 0x20});
     Put(*m, 0x2000, {0x3E, 0x01, 0, 0, 0, 0, 0, 0, 0, 0xDD, 0x23, 0x00, 0xFD, 0xF3});
-    if (inARun) {
-      RunOn(*m);
-    } else {
-      for (int i = 0; i < 12; ++i) Step(*m);
-    }
+    RunOrStep(*m, inARun, 12);
     constexpr int32_t kTrail[] = {0x2002, 0x2003, 0x2004, 0x2005, 0x2006,
                                   0x2007, 0x2008, 0x2009, 0x200B, 0x200C};
     for (size_t i = 0; i < 10; ++i) EXPECT_EQ(m->run.PcHistory[i], kTrail[i]) << i;
@@ -268,8 +244,7 @@ TEST(RunLoopTest, HistoryHoldsTheLastTenAddresses) {
 }
 
 TEST(RunLoopTest, RepeatedBlockInstructionsStandInTheHistoryAsOftenAsTheyRun) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->z80.PC = 0x1000;
   m->z80.H = m->z80.D = 0x40;
   m->z80.L = 0x00;
@@ -289,8 +264,7 @@ TEST(RunLoopTest, RepeatedBlockInstructionsStandInTheHistoryAsOftenAsTheyRun) {
 
 // A run with the breakpoint armed, over NOPs and a stop at 0x1010.
 int32_t StopsAt(const std::string& text, bool armed, bool address, int32_t start = 0x1000) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->z80.PC = start;
   m->run.BreakArmed = armed ? 1 : 0;
   m->cpumon.Check4 = armed;
@@ -299,7 +273,7 @@ int32_t StopsAt(const std::string& text, bool armed, bool address, int32_t start
   Put(*m, start + 0x10, {0xFD, 0xF3});
   RunOn(*m);
   const bool hit = m->z80.PC != start + 0x12;
-  EXPECT_EQ(m->cpumon.redraws, hit ? 2U : 1U);  // at the hit, and at the end of the loop
+  EXPECT_EQ(Redraws(*m), hit ? 2U : 1U);  // at the hit, and at the end of the loop
   EXPECT_EQ(m->run.CpuRunning, 0);
   EXPECT_EQ(m->run.PcHistory[9], m->z80.PC - (hit ? 1 : 2));  // the pass that reached it is in the history
   return m->z80.PC;
@@ -326,8 +300,7 @@ TEST(RunLoopTest, ABadTextBreaksAtZero) {
 }
 
 TEST(RunLoopTest, BreakpointAtAnInterruptsEntry) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->z80.PC = 0x1000;
   m->z80.SP = 0x8000;
   m->z80.IM = 1;
@@ -342,20 +315,19 @@ TEST(RunLoopTest, BreakpointAtAnInterruptsEntry) {
 }
 
 TEST(RunLoopTest, ABreakpointCanBeArmedInARun) {
-  CoreHost host;
-  host.ticks = 1000;
-  const auto m = RamMachine(host);
+  TestMachine m;
+  m.host.ticks = 1000;
   m->z80.PC = 0x1000;
   m->run.FrameClock = 62480;
-  host.framesAllowed = 2;
-  host.onPump = [](Machine& machine) {
+  m.host.framesAllowed = 2;
+  m.host.onPump = [](Machine& machine) {
     machine.cpumon.Check2 = true;
     machine.cpumon.Text5 = std::to_string(machine.z80.PC + 3);
     machine.run.BreakArmed = 1;
   };
   RunOn(*m);
   EXPECT_EQ(m->z80.PC, 0x1000 + 6 + 3);  // the frame ends with the sixth NOP
-  EXPECT_EQ(host.frames, 1);
+  EXPECT_EQ(m.host.frames, 1);
 }
 
 }  // namespace

@@ -3,67 +3,38 @@
 #include <array>
 #include <cstdint>
 #include <limits>
-#include <memory>
-#include <ostream>
 #include <vector>
 
 #include "core/Host.h"
 #include "loop/SoundFrame.h"
 #include "machine/Machine.h"
 #include "sound/Mixer.h"
+#include "sound/test/BlockBytes.h"
+#include "testkit/TestMachine.h"
 
-namespace quoll {
+namespace quoll::test {
 namespace {
 
-struct Pair {
-  int left, right;
-  bool operator==(const Pair&) const = default;
-};
-
-std::ostream& operator<<(std::ostream& out, const Pair& pair) {
-  return out << pair.left << '/' << pair.right;
-}
-
-Pair At(const Mixer& mixer, int frame, int sample) {
-  const int at = 2 * (441 * frame + sample);
-  return {mixer.BlockBuffer[at], mixer.BlockBuffer[at + 1]};
-}
-
-class Listener : public Host {
- public:
-  void WaitForBlock(Machine& m) override {
-    ++waits;
-    if (maxWhileWaiting) m.screen.xS6 = true;
-    if (waits >= waitsNeeded) m.mixer.NeedData = 1;
-    if (endWhileWaiting) throw ProgramEnd{};
-  }
-  void BlockMixed(Machine& m) override {
-    blocks.push_back(m.mixer.BlockBuffer);
-    framesAtBlock.push_back(m.mixer.FrameInBlock);
-    needDataAtBlock.push_back(m.mixer.NeedData);
-  }
-
-  int waits = 0;
-  int waitsNeeded = 1;
-  bool maxWhileWaiting = false;
-  bool endWhileWaiting = false;
-  std::vector<std::array<uint8_t, 4410>> blocks;
-  std::vector<int> framesAtBlock, needDataAtBlock;
-};
-
 struct Bench {
-  Listener host;
-  std::unique_ptr<Machine> machine = std::make_unique<Machine>(host);
+  TestMachine machine;
+  TestHost& host = machine.host;
   Machine& m = *machine;
   Mixer& mixer = m.mixer;
+  // As they were when the output got them.
+  std::vector<std::array<uint8_t, 4410>> blocks;
+  std::vector<int> framesAtBlock, needDataAtBlock;
+
+  Bench() {
+    host.onBlockMixed = [this](Machine&) {
+      blocks.push_back(mixer.BlockBuffer);
+      framesAtBlock.push_back(mixer.FrameInBlock);
+      needDataAtBlock.push_back(mixer.NeedData);
+    };
+  }
 };
 
 // Amplitude written at the start of the frame, held by sample mode from there on.
 void Level(Machine& m, int amplitude) { ToneWriteSlot(m.tone, amplitude << 2, 0); }
-
-void ExpectBlockFrame(const Mixer& mixer, int frame, int byte) {
-  for (int i = 0; i < 441; ++i) ASSERT_EQ(At(mixer, frame, i), (Pair{byte, byte})) << frame << ' ' << i;
-}
 
 TEST(SoundFrame, RendersMixesAndCounts) {
   Bench bench;
@@ -80,15 +51,15 @@ TEST(SoundFrame, RendersMixesAndCounts) {
 TEST(SoundFrame, FiveFramesMakeABlock) {
   Bench bench;
   for (int frame = 0; frame < 5; ++frame) {
-    EXPECT_TRUE(bench.host.blocks.empty());
+    EXPECT_TRUE(bench.blocks.empty());
     Level(bench.m, 2 * frame);
     SoundFrame(bench.m);
     EXPECT_EQ(bench.mixer.FrameInBlock, frame + 1);
   }
-  ASSERT_EQ(bench.host.blocks.size(), 1U);
-  EXPECT_EQ(bench.host.framesAtBlock[0], 5);
+  ASSERT_EQ(bench.blocks.size(), 1U);
+  EXPECT_EQ(bench.framesAtBlock[0], 5);
   for (int frame = 0; frame < 5; ++frame) ExpectBlockFrame(bench.mixer, frame, 128 + 5 * frame);
-  EXPECT_EQ(bench.host.blocks[0], bench.mixer.BlockBuffer);
+  EXPECT_EQ(bench.blocks[0], bench.mixer.BlockBuffer);
 }
 
 TEST(SoundFrame, ToneModeReadsThePorts) {
@@ -120,8 +91,8 @@ TEST(SoundFrame, WithTheCardOffTheChipsRepeatTheirLastFrame) {
   Bench bench;
   bench.m.screen.xio2 = false;
   for (int i = 0; i < 441; ++i) {
-    bench.mixer.AyOut[i] = static_cast<int16_t>(i % 100);
-    bench.mixer.SaaOutR[i] = 20;
+    bench.m.card.ay.AyOut[i] = static_cast<int16_t>(i % 100);
+    bench.m.card.saa.SaaOutR[i] = 20;
   }
   for (int frame = 0; frame < 5; ++frame) SoundFrame(bench.m);
   for (int frame = 0; frame < 5; ++frame) {
@@ -129,7 +100,7 @@ TEST(SoundFrame, WithTheCardOffTheChipsRepeatTheirLastFrame) {
       ASSERT_EQ(At(bench.mixer, frame, i), (Pair{128 + i % 100, 148 + i % 100})) << frame << ' ' << i;
     }
   }
-  EXPECT_EQ(bench.mixer.AyOut[440], 40);
+  EXPECT_EQ(bench.m.card.ay.AyOut[440], 40);
 }
 
 TEST(SoundFrame, CountsOutsideTheBlock) {
@@ -146,9 +117,16 @@ TEST(SoundFrame, CountsOutsideTheBlock) {
     Level(bench.m, 2);
     SoundFrame(bench.m);
     EXPECT_EQ(bench.mixer.FrameInBlock, row.after);
-    EXPECT_EQ(bench.host.blocks.size(), row.blocks) << row.before;
+    EXPECT_EQ(bench.blocks.size(), row.blocks) << row.before;
     EXPECT_EQ(bench.m.tone.ToneOut[0], 10);  // the tone goes on
   }
+}
+
+// After so many waits the output has the block, and the next one begins.
+void ExpectSynced(Bench& bench, int waits) {
+  EXPECT_EQ(bench.host.waits, waits);
+  EXPECT_EQ(bench.mixer.NeedData, 0);
+  EXPECT_EQ(bench.mixer.FrameInBlock, 0);
 }
 
 TEST(SoundSync, MaxSpeedDoesNothing) {
@@ -169,10 +147,8 @@ TEST(SoundSync, WaitsUntilTheOutputWantsABlock) {
   bench.host.waitsNeeded = 3;  // a host may come back early
   bench.mixer.FrameInBlock = 5;
   SoundSync(bench.m);
-  EXPECT_EQ(bench.host.waits, 3);
-  EXPECT_EQ(bench.mixer.NeedData, 0);
-  EXPECT_EQ(bench.mixer.FrameInBlock, 0);
-  EXPECT_TRUE(bench.host.blocks.empty());  // it was full already
+  ExpectSynced(bench, 3);
+  EXPECT_TRUE(bench.blocks.empty());  // it was full already
 }
 
 TEST(SoundSync, DoesNotWaitWhenTheOutputIsAhead) {
@@ -181,21 +157,17 @@ TEST(SoundSync, DoesNotWaitWhenTheOutputIsAhead) {
     bench.mixer.FrameInBlock = 5;
     bench.mixer.NeedData = need;
     SoundSync(bench.m);
-    EXPECT_EQ(bench.host.waits, 0);
-    EXPECT_EQ(bench.mixer.NeedData, 0);
-    EXPECT_EQ(bench.mixer.FrameInBlock, 0);
+    ExpectSynced(bench, 0);
   }
 }
 
 TEST(SoundSync, ChoosingMaxDuringTheWaitDoesNotEndIt) {
   Bench bench;
   bench.host.waitsNeeded = 4;
-  bench.host.maxWhileWaiting = true;
+  bench.host.onWait = [](Machine& m) { m.screen.xS6 = true; };
   bench.mixer.FrameInBlock = 5;
   SoundSync(bench.m);
-  EXPECT_EQ(bench.host.waits, 4);
-  EXPECT_EQ(bench.mixer.NeedData, 0);
-  EXPECT_EQ(bench.mixer.FrameInBlock, 0);
+  ExpectSynced(bench, 4);
 }
 
 TEST(SoundSync, OtherSpeedsWait) {
@@ -206,55 +178,40 @@ TEST(SoundSync, OtherSpeedsWait) {
   EXPECT_EQ(bench.host.waits, 1);
 }
 
+// With fewer frames than a block has, the missing ones are mixed, five at most.
 TEST(SoundSync, FillsABlockThatIsShort) {
-  Bench bench;
-  bench.mixer.FrameInBlock = 2;
-  bench.mixer.BlockBuffer.fill(7);
-  SoundSync(bench.m);
-  ASSERT_EQ(bench.host.blocks.size(), 1U);
-  EXPECT_EQ(bench.host.needDataAtBlock[0], 0);  // the flag is cleared before
-  for (int frame = 0; frame < 5; ++frame) ExpectBlockFrame(bench.mixer, frame, frame < 2 ? 7 : 128);
-  EXPECT_EQ(bench.mixer.FrameInBlock, 0);
-}
-
-TEST(SoundSync, FillsAnEmptyBlock) {
-  Bench bench;
-  SoundSync(bench.m);
-  EXPECT_EQ(bench.host.blocks.size(), 1U);
-  for (int frame = 0; frame < 5; ++frame) ExpectBlockFrame(bench.mixer, frame, 128);
-  EXPECT_EQ(bench.mixer.FrameInBlock, 0);
-}
-
-TEST(SoundSync, FillsWithFiveFramesAtMost) {
-  Bench bench;
-  bench.mixer.FrameInBlock = -2;  // five more make 3: frames 0 to 2 are mixed
-  bench.mixer.BlockBuffer.fill(7);
-  SoundSync(bench.m);
-  EXPECT_TRUE(bench.host.blocks.empty());
-  for (int frame = 0; frame < 5; ++frame) ExpectBlockFrame(bench.mixer, frame, frame < 3 ? 128 : 7);
-  EXPECT_EQ(bench.mixer.FrameInBlock, 0);
-}
-
-TEST(SoundSync, ACountAboveTheBlockStartsAnew) {
-  Bench bench;
-  bench.mixer.FrameInBlock = 9;
-  bench.mixer.BlockBuffer.fill(7);
-  SoundSync(bench.m);
-  for (int frame = 0; frame < 5; ++frame) ExpectBlockFrame(bench.mixer, frame, 7);
-  EXPECT_EQ(bench.mixer.FrameInBlock, 0);
+  struct Case {
+    int32_t before;
+    size_t blocks;
+    int first, end;  // the frames that are mixed
+  };
+  for (const auto& [before, blocks, first, end] : {
+           Case{2, 1, 2, 5}, Case{0, 1, 0, 5}, Case{-2, 0, 0, 3},  // five more make 3
+           Case{9, 0, 0, 0},                                       // above the block: it starts anew
+       }) {
+    Bench bench;
+    bench.mixer.FrameInBlock = before;
+    bench.mixer.BlockBuffer.fill(7);
+    SoundSync(bench.m);
+    ASSERT_EQ(bench.blocks.size(), blocks) << before;
+    for (const int need : bench.needDataAtBlock) EXPECT_EQ(need, 0);  // the flag is cleared before
+    for (int frame = 0; frame < 5; ++frame)
+      ExpectBlockFrame(bench.mixer, frame, frame >= first && frame < end ? 128 : 7);
+    EXPECT_EQ(bench.mixer.FrameInBlock, 0);
+  }
 }
 
 TEST(SoundSync, EndOfTheProgramLeavesTheWait) {
   Bench bench;
-  bench.host.waitsNeeded = 1000;
-  bench.host.endWhileWaiting = true;
+  bench.host.onWait = [](Machine&) { throw ProgramEnd{}; };
   EXPECT_THROW(SoundSync(bench.m), ProgramEnd);
   EXPECT_EQ(bench.host.waits, 1);
 }
 
 TEST(Host, WithoutASoundDeviceWantsTheNextBlockAtOnce) {
   Host host;
-  auto machine = std::make_unique<Machine>(host);
+  TestMachine machine;
+  machine->host = &host;
   host.WaitForBlock(*machine);
   EXPECT_EQ(machine->mixer.NeedData, 1);
   machine->mixer.NeedData = 0;
@@ -265,4 +222,4 @@ TEST(Host, WithoutASoundDeviceWantsTheNextBlockAtOnce) {
 }
 
 }  // namespace
-}  // namespace quoll
+}  // namespace quoll::test

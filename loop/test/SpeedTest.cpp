@@ -1,4 +1,6 @@
 // The speed display and the count of T-states.
+#include <gtest/gtest.h>
+
 #include "testkit/TestMachine.h"
 
 namespace quoll::test {
@@ -25,12 +27,11 @@ TEST(SpeedTest, ValueIsHundredThousandthsOfASecond) {
       {0, 66667, 3333333, 2000},  // 2000.0102
   };
   for (const auto& [start, now, frequency, value] : kCases) {
-    CoreHost host;
-    const auto m = RamMachine(host);
+    TestMachine m;
     m->run.PerfStart = start;
     m->run.PerfFreq = frequency;
-    host.counter = now;
-    host.frequency = 12345;  // only SpeedMark asks for it
+    m.host.counter = now;
+    m.host.frequency = 12345;  // only SpeedMark asks for it
     EXPECT_EQ(FrameTimeValue(*m), value) << now;
     EXPECT_EQ(m->run.PerfNow, now);
     EXPECT_EQ(m->run.PerfStart, start);
@@ -39,13 +40,12 @@ TEST(SpeedTest, ValueIsHundredThousandthsOfASecond) {
 }
 
 TEST(SpeedTest, ValuesBeyondAnIntegerStayDefined) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->run.PerfFreq = 1;
-  host.counter = INT64_MAX;
+  m.host.counter = INT64_MAX;
   EXPECT_GT(FrameTimeValue(*m), 0);
   m->run.PerfStart = INT64_MAX;
-  host.counter = 0;
+  m.host.counter = 0;
   EXPECT_LT(FrameTimeValue(*m), 0);
 }
 
@@ -54,11 +54,10 @@ TEST(SpeedTest, AnyReadingsStayDefined) {
   for (const int64_t start : {INT64_MIN, int64_t{-1}, int64_t{0}, INT64_MAX}) {
     for (const int64_t now : {INT64_MIN, int64_t{0}, int64_t{1}, INT64_MAX}) {
       for (const int64_t frequency : {INT64_MIN, int64_t{-1}, int64_t{0}, int64_t{1}, INT64_MAX}) {
-        CoreHost host;
-        const auto m = RamMachine(host);
+        TestMachine m;
         m->run.PerfStart = start;
         m->run.PerfFreq = frequency;
-        host.counter = now;
+        m.host.counter = now;
         const int32_t value = FrameTimeValue(*m);
         if (start == now && frequency != 0) {
           EXPECT_EQ(value, 0);
@@ -72,18 +71,16 @@ TEST(SpeedTest, AnyReadingsStayDefined) {
 }
 
 TEST(SpeedTest, TotalCyclesWrapAtTheEndOfTheirRange) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->run.TotalCycles = INT64_MAX - 62499;
   RunOn(*m);
   EXPECT_EQ(m->run.TotalCycles, INT64_MIN);
 }
 
 TEST(SpeedTest, MarkReadsCounterAndFrequency) {
-  CoreHost host;
-  const auto m = RamMachine(host);
-  host.counter = 4711;
-  host.frequency = 3579545;
+  TestMachine m;
+  m.host.counter = 4711;
+  m.host.frequency = 3579545;
   m->run.PerfNow = 1;
   SpeedMark(*m);
   EXPECT_EQ(m->run.PerfStart, 4711);
@@ -92,22 +89,21 @@ TEST(SpeedTest, MarkReadsCounterAndFrequency) {
 }
 
 TEST(SpeedTest, EachFrameShowsTheTimeSinceTheLast) {
-  CoreHost host;
-  host.frequency = 1000000;
-  host.counter = 1000;
-  const auto m = RamMachine(host);
+  TestMachine m;
+  m.host.frequency = 1000000;
+  m.host.counter = 1000;
   m->run.PerfStart = 0;
   m->run.PerfFreq = 500000;  // left from before: the first figure is measured with it
   std::vector<std::string> texts;
   std::vector<float> widths;
   constexpr int64_t kFrames[] = {20000, 40000, 5, 167772170};
-  host.framesAllowed = 5;
-  host.onFrameEnded = [&](Machine& machine) {
+  m.host.framesAllowed = 5;
+  m.host.onFrameEnded = [&](Machine& machine) {
     texts.push_back(machine.screen.Text1);
     widths.push_back(machine.screen.Shape4Width);
-    EXPECT_EQ(machine.run.PerfStart, host.counter);
+    EXPECT_EQ(machine.run.PerfStart, m.host.counter);
     EXPECT_EQ(machine.run.PerfFreq, 1000000);
-    if (texts.size() <= 4) host.counter += kFrames[texts.size() - 1];
+    if (texts.size() <= 4) m.host.counter += kFrames[texts.size() - 1];
   };
   RunOn(*m);
   EXPECT_EQ(texts, (std::vector<std::string>{"200", "2000", "4000", "0", "16777217"}));
@@ -116,18 +112,16 @@ TEST(SpeedTest, EachFrameShowsTheTimeSinceTheLast) {
 }
 
 TEST(SpeedTest, OnlyAFramesEndShowsIt) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->screen.Text1 = "old";
   Step(*m);
   EXPECT_EQ(m->screen.Text1, "old");
-  EXPECT_TRUE(host.events.empty());
+  EXPECT_TRUE(m.host.events.empty());
 }
 
 TEST(SpeedTest, TotalCyclesGrowByWholeFrames) {
-  CoreHost host;
-  host.framesAllowed = 40;
-  const auto m = RamMachine(host);
+  TestMachine m;
+  m.host.framesAllowed = 40;
   m->run.TotalCycles = 5000000000;
   RunOn(*m);
   EXPECT_EQ(m->run.TotalCycles, 5000000000 + 40 * 62500);

@@ -1,11 +1,7 @@
 // Programs that use no T-states reach no frame end; the host still gets its turn.
 #include <gtest/gtest.h>
 
-#include <memory>
-
-#include "loop/RunLoop.h"
-#include "machine/Machine.h"
-#include "machine/MachineInit.h"
+#include "testkit/TestMachine.h"
 
 namespace quoll::test {
 
@@ -13,23 +9,10 @@ namespace {
 
 constexpr int32_t kPassesToAStall = 65536;
 
-struct StallHost : Host {
-  int stalls = 0;
-  int allowed = 3;
-  int frames = 0;
-  void Stalled(Machine& m) override {
-    if (++stalls == allowed) m.run.CpuRunning = 0;
-  }
-  void FrameEnded(Machine&) override { ++frames; }
-};
-
-std::unique_ptr<Machine> RamMachine(Host& host) {
-  auto m = std::make_unique<Machine>(host);
-  CpuInit(m->z80);
-  MachineReset(*m);
-  m->PortShadow[2] = 0xB0;  // RAM in all pages
-  m->z80.IFF1 = 0;
+TestMachine StallMachine() {
+  TestMachine m;
   m->run.CpuRunning = 1;
+  m.host.stallsAllowed = 3;
   return m;
 }
 
@@ -46,14 +29,13 @@ void FillWith(Machine& m, uint8_t first, uint8_t second) {
 class StallTest : public testing::TestWithParam<std::pair<uint8_t, uint8_t>> {};
 
 TEST_P(StallTest, TheHostComesEvery65536PassesWithoutTStates) {
-  StallHost host;
-  auto m = RamMachine(host);
+  TestMachine m = StallMachine();
   FillWith(*m, GetParam().first, GetParam().second);
   const int32_t clock = m->run.FrameClock;
   const int32_t cycles = m->run.Cycles;
   RunLoop(*m);
-  EXPECT_EQ(host.stalls, 3);
-  EXPECT_EQ(host.frames, 0);
+  EXPECT_EQ(m.host.stalls, 3);
+  EXPECT_EQ(m.host.frames, 0);
   EXPECT_EQ(m->run.FrameClock, clock);
   EXPECT_EQ(m->run.Cycles, cycles);
   // 32766 instructions of two bytes and the jump make a round; three stalls are 196608 passes.
@@ -68,8 +50,7 @@ INSTANTIATE_TEST_SUITE_P(Instructions, StallTest,
                                          std::pair<uint8_t, uint8_t>{0xFD, 0xF0}));
 
 TEST(StallTest, AStallLeavesTheMachineAlone) {
-  StallHost host;
-  auto m = RamMachine(host);
+  TestMachine m = StallMachine();
   m->MemImage[0] = 0xDA;  // JP C,0000
   m->z80.FlagC = 1;
   m->z80.R = 5;
@@ -81,8 +62,7 @@ TEST(StallTest, AStallLeavesTheMachineAlone) {
 
 // LDIR into a card's window: the machine stands on the instruction that could not be done.
 TEST(ProgramEndTest, PCStandsOnThePrefixedInstruction) {
-  Host host;
-  auto m = RamMachine(host);
+  TestMachine m = StallMachine();
   m->PortShadow[2] = 0xF0;  // EXT at 0xC000
   m->PortShadow[3] = 0x40;  // slot 1
   m->z80.PC = 0x4001;

@@ -1,4 +1,6 @@
 // The tone interrupt: when the counter ends, what it is reloaded with, when the flag goes down.
+#include <gtest/gtest.h>
+
 #include "testkit/TestMachine.h"
 
 namespace quoll::test {
@@ -14,8 +16,7 @@ TEST(ToneIrqTest, ReloadsBelowOne) {
   // Pitch 0x780: (16 - 7) x 256 - 0x80 = 2176, x 16 = 34816.
   constexpr Case kCases[] = {{6, 2}, {5, 1}, {4, 34816}, {3, 34816}, {1, 34816}, {0, 34816}, {-50, 34816}};
   for (const auto& [before, after] : kCases) {
-    CoreHost host;
-    const auto m = RamMachine(host);
+    TestMachine m;
     m->PortShadow[4] = 0x80;
     m->PortShadow[5] = 0x27;
     m->run.ToneItCounter = before;
@@ -28,8 +29,7 @@ TEST(ToneIrqTest, ReloadsBelowOne) {
 TEST(ToneIrqTest, TheFlagNeedsTheBoxAndBitFive) {
   for (const bool box : {false, true}) {
     for (int high = 0; high < 256; high += 16) {
-      CoreHost host;
-      const auto m = RamMachine(host);
+      TestMachine m;
       m->tvcmon.Check3 = box;
       m->PortShadow[5] = static_cast<uint8_t>(high);
       m->run.ToneItCounter = 4;
@@ -43,8 +43,7 @@ TEST(ToneIrqTest, TheFlagNeedsTheBoxAndBitFive) {
 TEST(ToneIrqTest, TheBoxIsTickedAtFirst) { EXPECT_TRUE(TVCmon().Check3); }
 
 TEST(ToneIrqTest, TheOtherBoxDoesNotCount) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->tvcmon.Check2 = false;
   m->PortShadow[5] = 0x20;
   m->run.ToneItCounter = 4;
@@ -55,8 +54,7 @@ TEST(ToneIrqTest, TheOtherBoxDoesNotCount) {
 // All NOPs, so that the clock is what the passes make it; the model counts pass by pass.
 TEST(ToneIrqTest, ARunCountsLikeSinglePasses) {
   for (const int pitch : {0x000, 0x123, 0x780, 0xE00, 0xFF0, 0xFFE, 0xFFF}) {
-    CoreHost host;
-    const auto m = RamMachine(host);
+    TestMachine m;
     m->PortShadow[4] = static_cast<uint8_t>(pitch);
     m->PortShadow[5] = static_cast<uint8_t>(0x20 | pitch >> 8);
     m->run.ToneItCounter = 7;
@@ -75,8 +73,7 @@ TEST(ToneIrqTest, ARunCountsLikeSinglePasses) {
 
 TEST(ToneIrqTest, ItInterruptsARunAtItsMoment) {
   for (int32_t counter = 1; counter < 40; ++counter) {
-    CoreHost host;
-    const auto m = RamMachine(host);
+    TestMachine m;
     m->PortShadow[5] = 0x20;
     m->z80.PC = 0x4000;
     m->z80.SP = 0x9000;
@@ -85,7 +82,7 @@ TEST(ToneIrqTest, ItInterruptsARunAtItsMoment) {
     Put(*m, 0x0038, {0xFD, 0xF3});
     RunOn(*m);
     const int32_t passes = (counter + 3) / 4;  // NOPs until the counter is below 1
-    EXPECT_EQ(m->MemImage[0x8FFE] + 256 * m->MemImage[0x8FFF], 0x4000 + passes + 1) << counter;
+    EXPECT_EQ(Word(*m, 0x8FFE), 0x4000 + passes + 1) << counter;
     EXPECT_EQ(m->run.FrameClock, 4 * passes + 4 + 11);
     EXPECT_EQ(m->run.ToneItCounter, 65536 - 4 - 11);
   }
@@ -93,8 +90,7 @@ TEST(ToneIrqTest, ItInterruptsARunAtItsMoment) {
 
 // A pitch written in a run counts from the next reload on.
 TEST(ToneIrqTest, ANewPitchWaitsForTheReload) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->z80.PC = 0x4000;
   // LD A,0FFh  OUT (4),A  LD A,2Eh  OUT (5),A: 36 T-states; period (4096 - 0xEFF) x 16 = 4112
   Put(*m, 0x4000, {0x3E, 0xFF, 0xD3, 0x04, 0x3E, 0x2E, 0xD3, 0x05});
@@ -107,11 +103,9 @@ TEST(ToneIrqTest, ANewPitchWaitsForTheReload) {
 }
 
 TEST(ToneIrqTest, ReadingPort5BPutsItOff) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->PortShadow[5] = 0x20;
-  m->z80.PC = 0x4000;
-  Put(*m, 0x4000, {0xDB, 0x5B});
+  Program(*m, 0x4000, {0xDB, 0x5B});
   Put(*m, 0x4002 + 100, {0xFD, 0xF3});
   m->run.ToneItCounter = 20;
   RunOn(*m);
@@ -120,18 +114,16 @@ TEST(ToneIrqTest, ReadingPort5BPutsItOff) {
 }
 
 TEST(ToneIrqTest, ReadingPort5BCanAlsoBringItNearer) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->PortShadow[4] = 0xFE;
   m->PortShadow[5] = 0x2F;  // 32 T-states
-  m->z80.PC = 0x4000;
   m->z80.SP = 0x9000;
   m->z80.IM = m->z80.IFF1 = 1;
-  Put(*m, 0x4000, {0xDB, 0x5B});
+  Program(*m, 0x4000, {0xDB, 0x5B});
   Put(*m, 0x0038, {0xFD, 0xF3});
   RunOn(*m);
   // 32 - 11 = 21: six NOPs, the seventh lets the interrupt in.
-  EXPECT_EQ(m->MemImage[0x8FFE] + 256 * m->MemImage[0x8FFF], 0x4009);
+  EXPECT_EQ(Word(*m, 0x8FFE), 0x4009);
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "loop/test/Twins.h"
 
+#include <limits>
+
 #include "loop/RunLoop.h"
 #include "machine/MachineInit.h"
 #include "machine/Ports.h"
@@ -192,13 +194,16 @@ void FillWithSnippets(Dice& dice, std::vector<uint8_t>& image) {
 
 }  // namespace
 
-void TwinHost::Pump(Machine& m) {
-  Apply(NextHappening(happenings), m.z80, m.run, m.PortShadow, m.crtc.CrtcRegs, m.keyboard.KeyMatrix, m.pen);
-  if (--framesLeft <= 0) m.run.CpuRunning = 0;
-}
-
 Twins::Twins() {
   machine->programFolder = "/nonexistent";
+  host.ticks = 1000;
+  host.frameTicks = 20;
+  host.framesAllowed = std::numeric_limits<int>::max();
+  host.onPump = [this](Machine& m) {
+    Apply(NextHappening(happenings), m.z80, m.run, m.PortShadow, m.crtc.CrtcRegs, m.keyboard.KeyMatrix,
+          m.pen);
+    if (--framesLeft <= 0) m.run.CpuRunning = 0;
+  };
   model.OnFrameEnd = [this](oracle::LiteralMachine& m) {
     Apply(NextHappening(modelHappenings), m, m, m.PortShadow, m.CrtcRegs, m.KeyMatrix, m);
     if (--modelFramesLeft <= 0) m.CpuRunning = 0;
@@ -281,7 +286,7 @@ void Twins::Randomize(Dice& dice) {
     }
   }
   const uint64_t seed = dice();
-  host.happenings.seed(seed);
+  happenings.seed(seed);
   modelHappenings.seed(seed);
 }
 
@@ -322,7 +327,13 @@ void Twins::ExpectEqual(const std::string& what) const {
   EXPECT_EQ(m.mixer.FrameInBlock, model.FrameInBlock) << what;
   EXPECT_EQ(m.screen.Label1, model.Label1) << what;
   EXPECT_EQ(m.printer.printed.size(), model.Printed.size()) << what;
-  EXPECT_EQ(host.messages, static_cast<int>(model.Messages.size())) << what;
+  EXPECT_EQ(m.floppy.FdcTrack, model.FdcTrack) << what;
+  EXPECT_EQ(m.floppy.FdcSector, model.FdcSector) << what;
+  EXPECT_EQ(m.floppy.FdcData, model.FdcData) << what;
+  EXPECT_EQ(m.floppy.FdcHwStatus, model.FdcHwStatus) << what;
+  EXPECT_EQ(m.floppy.FdcCount, model.FdcCount) << what;
+  EXPECT_TRUE(std::ranges::equal(m.serial.SerialTx, model.SerialTx)) << what;
+  EXPECT_EQ(host.messages.size(), model.Messages.size()) << what;
   ASSERT_EQ(m.screen.List1.count, model.List1.size()) << what;
   for (uint32_t i = 0; i < m.screen.List1.count; ++i)
     EXPECT_EQ(m.screen.List1.Entry(i), model.List1[i]) << what;

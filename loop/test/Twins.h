@@ -3,12 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <random>
 #include <string>
 
 #include "loop/test/oracle/LiteralMachine.h"
-#include "machine/Machine.h"
+#include "testkit/TestMachine.h"
 
 namespace quoll::test {
 
@@ -34,43 +33,22 @@ struct Happening {
   int32_t a = 0, b = 0;
 };
 
-struct TwinHost : Host {
-  uint32_t ticks = 1000;
-  int framesLeft = 1;
-  int messages = 0;
-  bool stalled = false;
-  int64_t passes = 0;
-  Dice happenings;  // the same sequence on both sides
-
-  uint32_t TickCount() override { return ticks; }
-  void FrameEnded(Machine&) override { ticks += 20; }
-  void MessageBox(std::string_view, std::string_view, MessageIcon) override { ++messages; }
-  void Stalled(Machine& m) override {
-    stalled = true;
-    m.run.CpuRunning = 0;
-  }
-  void Pump(Machine& m) override;
-};
-
-// Runs something that may end the program; true when it did.
+// Runs something that may end the program, of the machine or of the model; true when it did.
 template <class Work>
 bool Ends(Work work) {
   try {
-    work();
-    return false;
-  } catch (const ProgramEnd&) {
-    return true;
+    return EndsProgram(work);
   } catch (const oracle::ProgramEnd&) {
     return true;
   }
 }
 
 struct Twins {
-  TwinHost host;
-  std::unique_ptr<Machine> machine = std::make_unique<Machine>(host);
+  TestMachine machine;
+  TestHost& host = machine.host;
   oracle::LiteralMachine model;
-  int modelFramesLeft = 1;
-  Dice modelHappenings;
+  int framesLeft = 1, modelFramesLeft = 1;  // pictures until each is stopped
+  Dice happenings, modelHappenings;         // the same sequence on both sides
 
   Twins();
   // Random registers, ports, clocks, devices and memory; see the .cpp for how memory is filled.

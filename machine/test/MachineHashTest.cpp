@@ -1,19 +1,17 @@
 // The machine as one value: compared, copied, hashed.
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <vector>
 
 #include "machine/Machine.h"
 #include "machine/MachineHash.h"
+#include "testkit/TestMachine.h"
 
 namespace quoll::test {
 namespace {
 
 struct Hashed : testing::Test {
-  Host host;
-  std::unique_ptr<Machine> m = std::make_unique<Machine>(host);
-  std::unique_ptr<Machine> other = std::make_unique<Machine>(host);
+  TestMachine m, other;
 
   bool SameState() const { return static_cast<MachineState&>(*m) == static_cast<MachineState&>(*other); }
 };
@@ -46,12 +44,23 @@ TEST_F(Hashed, EachPartCounts) {
       [](MachineState& s) { s.tone.phase = 0.5F; },
       [](MachineState& s) { s.mixer.BlockBuffer[4409] = 1; },
       [](MachineState& s) { s.tape.save.written = 1; },
+      [](MachineState& s) { s.floppy.DiskData.resize(kDiskSize); },
+      [](MachineState& s) {
+        s.floppy.DiskData.resize(kDiskSize);
+        s.floppy.DiskData.back()[4] = 1;
+      },
+      [](MachineState& s) { s.floppy.Accesses = {"CMD Step"}; },
+      [](MachineState& s) { s.serial.SerialRx = {0}; },
+      [](MachineState& s) { s.serial.SerialTx = {0}; },
       [](MachineState& s) { s.printer.printed = "a"; },
       [](MachineState& s) { s.screen.xS6 = true; },
       [](MachineState& s) { s.panel.Text8 = "1"; },
       [](MachineState& s) { s.ttape.File1.entries = {"a.wav"}; },
       [](MachineState& s) { s.errorsim.Option1[2] = true; },
       [](MachineState& s) { s.tools.Text1 = "1"; },
+      [](MachineState& s) { s.tools.Held[0x10] = true; },
+      [](MachineState& s) { s.tserial.Text2 = "AT"; },
+      [](MachineState& s) { s.tfloppy.Label1 = "x.dsk"; },
   };
   const uint64_t before = MachineHash(*m);
   for (size_t i = 0; i < changes.size(); ++i) {

@@ -1,8 +1,12 @@
 // Building the machine from its ROM files.
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <map>
 
 #include "machine/MachineInit.h"
+#include "machine/test/Disturbed.h"
+#include "testkit/Files.h"
 #include "testkit/TestMachine.h"
 
 namespace quoll::test {
@@ -12,30 +16,32 @@ namespace {
 constexpr size_t k8 = 0x2000;
 constexpr size_t k16 = 0x4000;
 
+// Bytes that differ from place to place and from salt to salt, never 0.
+Bytes RomBytes(size_t size, uint32_t salt) {
+  Bytes bytes = Pattern(size, salt * 2654435761U + 12345U);
+  for (uint8_t& byte : bytes) byte = static_cast<uint8_t>(byte % 255U + 1U);
+  return bytes;
+}
+
 // A program folder with every file that any setting asks for, each with bytes of its own.
 struct RomFolder {
   TempFolder folder;
-  std::map<std::string, std::vector<uint8_t>> files;
+  std::map<std::string, Bytes> files;
 
   RomFolder() {
     uint32_t salt = 1;
-    for (const char* name : {"TVC22_D6.rom", "TVC22_D4.rom", "TVC22_D7.rom", "TVC12_D4.rom", "TVC12_D3.rom",
-                             "TVC12_D7.rom", "io3.rom"}) {
-      Add(name, RomBytes(k8, salt++));
-    }
-    Add("hbf.rom", RomBytes(k16, salt++));
-    Add("sndmx.rom", RomBytes(4 * k8, salt++));
-    Add("game.crt", RomBytes(k16, salt++));
+    for (const RomFile& rom : kRomFiles) Add(rom.name, RomBytes(rom.size, salt++));
+    Add("game.crt", RomBytes(k16, salt));
   }
-  void Add(const std::string& name, const std::vector<uint8_t>& bytes) {
+  void Add(const std::string& name, const Bytes& bytes) {
     files[name] = bytes;
     folder.Write(name, bytes);
   }
   void Remove(const std::string& name) const { std::filesystem::remove(folder.path / name); }
 };
 
-std::unique_ptr<Machine> MachineIn(const RomFolder& roms, Host& host) {
-  auto m = std::make_unique<Machine>(host);
+TestMachine MachineIn(const RomFolder& roms) {
+  TestMachine m;
   m->programFolder = roms.folder.path.string();
   m->MemImage.fill(0xEE);
   return m;
@@ -57,8 +63,7 @@ TEST(MachineInitTest, EverySettingLoadsItsFiles) {
   const RomFolder roms;
   for (int setting = 0; setting < 64; ++setting) {
     SCOPED_TRACE(testing::Message() << "setting " << setting);
-    CoreHost host;
-    const auto m = MachineIn(roms, host);
+    TestMachine m = MachineIn(roms);
     m->screen.xBasic = (setting & 1) != 0;
     m->screen.xio0 = (setting & 2) != 0;
     m->screen.xio1 = (setting & 4) != 0;
@@ -75,7 +80,7 @@ TEST(MachineInitTest, EverySettingLoadsItsFiles) {
     MachineInit(*m);
     EXPECT_TRUE(m->MemImage == expected);
     EXPECT_TRUE(m->MexPages.empty());
-    EXPECT_TRUE(host.messages.empty());
+    EXPECT_TRUE(m.host.messages.empty());
   }
 }
 
@@ -85,8 +90,7 @@ TEST(MachineInitTest, FilesThatNoSettingAsksForNeedNotExist) {
        {"TVC12_D4.rom", "TVC12_D3.rom", "TVC12_D7.rom", "hbf.rom", "sndmx.rom", "io3.rom"}) {
     roms.Remove(name);
   }
-  CoreHost host;
-  const auto m = MachineIn(roms, host);
+  TestMachine m = MachineIn(roms);
   m->screen.xio1 = true;  // has no ROM
   MachineInit(*m);
   EXPECT_TRUE(m->MemImage == SystemImage(roms, true));
@@ -105,8 +109,7 @@ TEST(MachineInitTest, ShortFilesEndInZerosAndLongOnesAreCut) {
       SCOPED_TRACE(testing::Message() << name << " of " << length);
       RomFolder roms;
       roms.Add(name, RomBytes(length, 99));
-      CoreHost host;
-      const auto m = MachineIn(roms, host);
+      TestMachine m = MachineIn(roms);
       m->screen.xio0 = m->screen.xio3 = true;
       m->CartName = "game.crt";
       MachineInit(*m);
@@ -119,7 +122,7 @@ TEST(MachineInitTest, ShortFilesEndInZerosAndLongOnesAreCut) {
       EXPECT_EQ(behind, std::string_view(name) == "TVC22_D6.rom" ? roms.files.at("TVC22_D4.rom")[0]
                         : std::string_view(name) == "game.crt"   ? roms.files.at("TVC22_D6.rom")[0]
                                                                  : 0);
-      EXPECT_TRUE(host.messages.empty());
+      EXPECT_TRUE(m.host.messages.empty());
     }
   }
 }
@@ -128,8 +131,7 @@ TEST(MachineInitTest, AShortSoundRomLeavesZeros) {
   for (const size_t length : {size_t{0}, size_t{0x6000}, size_t{0x6010}}) {
     RomFolder roms;
     roms.Add("sndmx.rom", RomBytes(length, 5));
-    CoreHost host;
-    const auto m = MachineIn(roms, host);
+    TestMachine m = MachineIn(roms);
     m->screen.xio2 = true;
     MachineInit(*m);
     auto expected = RomBytes(length, 5);
@@ -138,12 +140,12 @@ TEST(MachineInitTest, AShortSoundRomLeavesZeros) {
   }
 }
 
-void ExpectEnd(CoreHost& host, Machine& m, const std::string& text) {
-  host.messages.clear();
-  EXPECT_TRUE(EndsProgram([&] { MachineInit(m); }));
-  ASSERT_EQ(host.messages.size(), 1U);
-  EXPECT_EQ(host.messages[0].text, text);
-  EXPECT_EQ(host.messages[0].title, "Error");
+void ExpectEnd(TestMachine& m, const std::string& text) {
+  m.host.messages.clear();
+  EXPECT_TRUE(EndsProgram([&] { MachineInit(*m); }));
+  ASSERT_EQ(m.host.messages.size(), 1U);
+  EXPECT_EQ(m.host.messages[0].text, text);
+  EXPECT_EQ(m.host.messages[0].title, "Error");
 }
 
 TEST(MachineInitTest, AMissingSystemRomEndsTheProgram) {
@@ -156,11 +158,10 @@ TEST(MachineInitTest, AMissingSystemRomEndsTheProgram) {
       SCOPED_TRACE(names[missing]);
       const RomFolder roms;
       roms.Remove(names[missing]);
-      CoreHost host;
-      const auto m = MachineIn(roms, host);
+      TestMachine m = MachineIn(roms);
       m->screen.xBasic = basic22;
-      ExpectEnd(host, *m, "Rom File error: ");
-      EXPECT_EQ(host.messages[0].icon, MessageIcon::Stop);
+      ExpectEnd(m, "Rom File error: ");
+      EXPECT_EQ(m.host.messages[0].icon, MessageIcon::Stop);
       // Those before it have been loaded, those after it have not.
       for (size_t i = 0; i < 3; ++i) EXPECT_EQ(m->MemImage[kOffsets[i]] != 0, i < missing) << i;
     }
@@ -172,10 +173,9 @@ TEST(MachineInitTest, AFolderInTheFilesPlaceCannotBeRead) {
     const RomFolder roms;
     roms.Remove(name);
     std::filesystem::create_directory(roms.folder.path / name);
-    CoreHost host;
-    const auto m = MachineIn(roms, host);
-    ExpectEnd(host, *m, "Rom File error: ");
-    EXPECT_EQ(host.messages[0].icon, MessageIcon::Stop);
+    TestMachine m = MachineIn(roms);
+    ExpectEnd(m, "Rom File error: ");
+    EXPECT_EQ(m.host.messages[0].icon, MessageIcon::Stop);
   }
 }
 
@@ -186,29 +186,26 @@ TEST(MachineInitTest, AMissingCardRomOrCartridgeEndsTheProgram) {
       const RomFolder roms;
       roms.Remove(name);
       if (folderInstead) std::filesystem::create_directory(roms.folder.path / name);
-      CoreHost host;
-      const auto m = MachineIn(roms, host);
+      TestMachine m = MachineIn(roms);
       m->screen.xio0 = name == "hbf.rom";
       m->screen.xio2 = name == "sndmx.rom";
       m->screen.xio3 = name == "io3.rom";
       if (name.ends_with(".crt")) m->CartName = name;
-      ExpectEnd(host, *m, "CRT Rom File error: ");
+      ExpectEnd(m, "CRT Rom File error: ");
     }
   }
 }
 
 TEST(MachineInitTest, TheWholeProgramFolderMayBeMissing) {
-  CoreHost host;
-  const auto m = std::make_unique<Machine>(host);
+  TestMachine m;
   m->programFolder = "/nonexistent/quoll";
-  ExpectEnd(host, *m, "Rom File error: ");
+  ExpectEnd(m, "Rom File error: ");
 }
 
 TEST(MachineInitTest, MexCartridgeFillsItsPages) {
   RomFolder roms;
   roms.Add("mex4mb.crt", RomBytes(256 * k16, 3));
-  CoreHost host;
-  const auto m = MachineIn(roms, host);
+  TestMachine m = MachineIn(roms);
   m->CartName = "mex4mb.crt";
   MachineInit(*m);
   const auto& file = roms.files.at("mex4mb.crt");
@@ -222,8 +219,7 @@ TEST(MachineInitTest, MexCartridgeFillsItsPages) {
 TEST(MachineInitTest, AShortMexFileLeavesZeros) {
   RomFolder roms;
   roms.Add("mex4mb.crt", RomBytes(k16 + 10, 3));
-  CoreHost host;
-  const auto m = MachineIn(roms, host);
+  TestMachine m = MachineIn(roms);
   m->CartName = "mex4mb.crt";
   m->MexPages.resize(256);
   for (auto& page : m->MexPages) page.fill(0x99);
@@ -239,8 +235,7 @@ TEST(MachineInitTest, AShortMexFileLeavesZeros) {
 TEST(MachineInitTest, OtherSpellingsArePlainCartridges) {
   RomFolder roms;
   roms.Add("MEX4MB.CRT", RomBytes(2 * k16, 4));
-  CoreHost host;
-  const auto m = MachineIn(roms, host);
+  TestMachine m = MachineIn(roms);
   m->CartName = "MEX4MB.CRT";
   m->MexPages.resize(256);
   MachineInit(*m);
@@ -253,8 +248,7 @@ TEST(MachineInitTest, OtherSpellingsArePlainCartridges) {
 TEST(MachineInitTest, TakingTheCartridgeOutClearsItsWindow) {
   RomFolder roms;
   roms.Add("mex4mb.crt", RomBytes(256 * k16, 3));
-  CoreHost host;
-  const auto m = MachineIn(roms, host);
+  TestMachine m = MachineIn(roms);
   for (const char* name : {"game.crt", "mex4mb.crt"}) {
     m->CartName = name;
     MachineInit(*m);
@@ -269,8 +263,7 @@ TEST(MachineInitTest, CartridgeWritesLastUntilTheNextInit) {
   RomFolder roms;
   roms.Add("mex4mb.crt", RomBytes(256 * k16, 3));
   for (const char* name : {"game.crt", "mex4mb.crt"}) {
-    CoreHost host;
-    const auto m = MachineIn(roms, host);
+    TestMachine m = MachineIn(roms);
     m->CartName = name;
     MachineInit(*m);
     const uint8_t own = roms.files.at(name)[5];
@@ -287,8 +280,7 @@ TEST(MachineInitTest, CartridgeWritesLastUntilTheNextInit) {
 
 TEST(MachineInitTest, TheMachineItBuilds) {
   const RomFolder roms;
-  CoreHost host;
-  const auto m = MachineIn(roms, host);
+  TestMachine m = MachineIn(roms);
   m->PortShadow.fill(0x77);
   m->keyboard.KeyMatrix.fill(0x77);
   m->z80 = Z80State{};
@@ -306,20 +298,7 @@ TEST(MachineInitTest, TheMachineItBuilds) {
   MachineInit(*m);
   for (const uint8_t port : m->PortShadow) EXPECT_EQ(port, 0);
   for (const uint8_t row : m->keyboard.KeyMatrix) EXPECT_EQ(row, 0);
-  Z80State expected{};
-  for (int32_t* reg :
-       {&expected.A, &expected.B, &expected.C, &expected.D, &expected.E, &expected.H, &expected.L,
-        &expected.A2, &expected.B2, &expected.C2, &expected.D2, &expected.E2, &expected.H2, &expected.L2}) {
-    *reg = 255;
-  }
-  expected.IX = expected.IY = expected.SP = 65535;
-  for (int32_t* flag :
-       {&expected.FlagS, &expected.FlagZ, &expected.FlagY, &expected.FlagH, &expected.FlagX, &expected.FlagPV,
-        &expected.FlagN, &expected.FlagC, &expected.AltFlagS, &expected.AltFlagZ, &expected.AltFlagY,
-        &expected.AltFlagH, &expected.AltFlagX, &expected.AltFlagPV, &expected.AltFlagN, &expected.AltFlagC,
-        &expected.UnDocEnabled}) {
-    *flag = 1;
-  }
+  Z80State expected = PowerOnState();
   EXPECT_TRUE(m->z80 == expected);
   EXPECT_EQ(m->run.Cycles, 0);
   EXPECT_EQ(m->run.FrameClock, 0);
@@ -329,54 +308,22 @@ TEST(MachineInitTest, TheMachineItBuilds) {
 
 TEST(MachineInitTest, WhatItLeavesAlone) {
   const RomFolder roms;
-  CoreHost host;
-  const auto m = MachineIn(roms, host);
-  m->run.CpuRunning = m->run.BreakArmed = 1;
-  m->run.LastCursorIrq = 11;
-  m->run.TotalCycles = 62500;
-  m->run.ToneItCounter = 13;
-  m->run.NmiRequest = 1;
-  m->run.PrevPc = 15;
-  m->run.PcHistory[9] = 16;
-  m->z80.Halted = m->z80.IrqLine = 1;
-  m->crtc.CrtcRegs.fill(21);
-  m->tone.phase = 0.5F;
-  m->tone.toggle = 1;
-  m->tone.lastLevel = 35;
-  m->tone.DacSlots.fill(17);
-  m->mixer.FrameInBlock = 3;
-  m->printer.printed = "printed";
-  m->pen = {12, 34};
-  m->palette.PalNextLine = 77;
-  m->palette.BorderLines.fill(128);
-  m->tape.Level = 1;
-  m->VideoReadNoise = true;
-  m->screen.x32KB = true;
-  m->screen.Label1 = "label";
-  LogPortRead(m->screen.List1, 9);
-  const auto before = std::make_unique<Machine>(*m);
+  TestMachine m = MachineIn(roms);
+  Disturb(*m);
+  const auto expected = CopyOf(*m);
   MachineInit(*m);
-  EXPECT_EQ(m->run.CpuRunning, 1);
-  EXPECT_EQ(m->run.BreakArmed, 1);
-  EXPECT_EQ(m->run.LastCursorIrq, 11);
-  EXPECT_EQ(m->run.TotalCycles, 62500);
-  EXPECT_EQ(m->run.ToneItCounter, 13);
-  EXPECT_EQ(m->run.NmiRequest, 1);
-  EXPECT_EQ(m->run.PrevPc, 15);
-  EXPECT_EQ(m->run.PcHistory[9], 16);
-  EXPECT_EQ(m->z80.Halted, 1);
-  EXPECT_EQ(m->z80.IrqLine, 1);
-  EXPECT_TRUE(m->crtc == before->crtc);
-  EXPECT_TRUE(m->tone == before->tone);
-  EXPECT_TRUE(m->mixer == before->mixer);
-  EXPECT_TRUE(m->printer == before->printer);
-  EXPECT_TRUE(m->pen == before->pen);
-  EXPECT_TRUE(m->palette == before->palette);
-  EXPECT_TRUE(m->tape == before->tape);
-  EXPECT_TRUE(m->VideoReadNoise);
-  EXPECT_TRUE(m->screen.x32KB);
-  EXPECT_EQ(m->screen.Label1, "label");
-  EXPECT_EQ(m->screen.List1.count, 1U);
+  // The image, the ports, the keys, the registers and what belongs to a new machine.
+  expected->MemImage = m->MemImage;
+  expected->MexPages.clear();
+  expected->PortShadow.fill(0);
+  expected->keyboard = {};
+  expected->card = m->card;  // has tests of its own
+  expected->z80 = PowerOnState();
+  expected->z80.Halted = expected->z80.IrqLine = 1;
+  expected->z80.UnDocEnabled = 1;
+  expected->z80.IndexDisp = -5;  // belongs to the instruction under way
+  expected->run.Cycles = expected->run.FrameClock = expected->run.ResetRequest = 0;
+  EXPECT_TRUE(static_cast<MachineState&>(*m) == *expected);
 }
 
 }  // namespace

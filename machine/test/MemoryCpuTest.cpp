@@ -1,5 +1,7 @@
 // The same rows as the processor sees them: in a single pass, and in a run, where the paging is set by OUT
 // and the memory is then reached through the page map.
+#include <gtest/gtest.h>
+
 #include "machine/test/PagingRows.h"
 #include "testkit/TestMachine.h"
 
@@ -21,8 +23,8 @@ int High(int32_t word) { return (word >> 8) & 0xFF; }
 bool RowFits(const PagingRow& row, bool only32) { return row.model == 2 || (row.model == 1) == only32; }
 
 // A machine in which the row is not selected yet: only the code can be seen.
-std::unique_ptr<Machine> Prepare(CoreHost& host, const PagingRow& row, bool only32) {
-  auto m = RamMachine(host);
+TestMachine Prepare(const PagingRow& row, bool only32) {
+  TestMachine m;
   m->screen.x32KB = only32;
   m->MemImage.fill(kBlank);
   m->PortShadow[2] = 0x10;
@@ -57,8 +59,7 @@ size_t ImageIndex(const PagingRow& row, int32_t address) {
 
 TEST(MemoryCpuTest, LoadInASinglePass) {
   ForEachRow([](const PagingRow& row, int32_t address, bool only32) {
-    CoreHost host;
-    const auto m = Prepare(host, row, only32);
+    TestMachine m = Prepare(row, only32);
     SetPaging(*m, row);
     Put(*m, CodeAddress(row), {0x3A, Low(address), High(address)});  // LD A,(nn)
     m->MemImage[ImageIndex(row, address)] = kMarker;
@@ -70,8 +71,7 @@ TEST(MemoryCpuTest, LoadInASinglePass) {
 
 TEST(MemoryCpuTest, StoreInASinglePass) {
   ForEachRow([](const PagingRow& row, int32_t address, bool only32) {
-    CoreHost host;
-    const auto m = Prepare(host, row, only32);
+    TestMachine m = Prepare(row, only32);
     SetPaging(*m, row);
     Put(*m, CodeAddress(row), {0x32, Low(address), High(address)});  // LD (nn),A
     m->z80.A = kWritten;
@@ -81,8 +81,8 @@ TEST(MemoryCpuTest, StoreInASinglePass) {
     EXPECT_EQ(EndsProgram([&] { Step(*m); }), row.onWrite == OnWrite::Ends);
     EXPECT_TRUE(m->MemImage == expected);
     if (row.onWrite != OnWrite::Ends) return;
-    ASSERT_EQ(host.messages.size(), 1U);
-    EXPECT_EQ(host.messages[0].text, " CTL 1-3 IOM write????");
+    ASSERT_EQ(m.host.messages.size(), 1U);
+    EXPECT_EQ(m.host.messages[0].text, " CTL 1-3 IOM write????");
     EXPECT_EQ(m->z80.PC, CodeAddress(row));
     EXPECT_EQ(m->z80.A, before.A);
     EXPECT_EQ(m->z80.SP, before.SP);
@@ -116,8 +116,7 @@ void PutCode(Machine& m, int32_t offset, const std::vector<int>& code) {
 TEST(MemoryCpuTest, LoadAndStoreInARun) {
   ForEachRow([](const PagingRow& row, int32_t address, bool only32) {
     for (const int away : {0x00, 0xFF, 0x01, 0x02, 0x04, 0x08, 0x10, 0x20, 0x40, 0x80}) {
-      CoreHost host;
-      const auto m = Prepare(host, row, only32);
+      TestMachine m = Prepare(row, only32);
       auto code = SelectRow(row, away);
       // LD A,(nn)  LD C,A  LD A,0x5A  LD (nn),A  LD A,(nn)  LD D,A  (stop)
       code.insert(code.end(), {0x3A, Low(address), High(address), 0x4F, 0x3E, kWritten, 0x32, Low(address),
@@ -132,14 +131,13 @@ TEST(MemoryCpuTest, LoadAndStoreInARun) {
       if (row.onWrite == OnWrite::Ends) continue;
       const int seen = row.onWrite == OnWrite::Stores ? kWritten : kMarker;
       EXPECT_EQ(m->z80.D, row.readsZero ? 0 : seen);
-      EXPECT_EQ(host.frames, 0);
+      EXPECT_EQ(m.host.frames, 0);
     }
   });
 }
 
 TEST(MemoryCpuTest, AFatalStoreInARunLeavesTheMachineInOrder) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->PortShadow[2] = 0xD0;  // EXT
   m->PortShadow[3] = 0x80;  // slot 2
   m->z80.PC = 0x1000;
@@ -159,8 +157,8 @@ TEST(MemoryCpuTest, AFatalStoreInARunLeavesTheMachineInOrder) {
   EXPECT_EQ(m->run.PcHistory[9], 0x1000 + 300);  // the last finished pass
   EXPECT_EQ(m->run.PcHistory[0], 0x1000 + 291);
   EXPECT_TRUE(m->MemImage == image);
-  ASSERT_EQ(host.messages.size(), 1U);
-  EXPECT_EQ(host.messages[0].text, " CTL 1-3 IOM write????");
+  ASSERT_EQ(m.host.messages.size(), 1U);
+  EXPECT_EQ(m.host.messages[0].text, " CTL 1-3 IOM write????");
   // It can be looked at and, once the paging is changed, run on.
   m->PortShadow[2] = kAllRam;
   Step(*m);
@@ -169,23 +167,20 @@ TEST(MemoryCpuTest, AFatalStoreInARunLeavesTheMachineInOrder) {
 }
 
 TEST(MemoryCpuTest, APushIntoACardWindowEndsTheProgram) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->PortShadow[2] = 0xD0;
   m->PortShadow[3] = 0x40;
-  m->z80.PC = 0x1000;
   m->z80.SP = 0xC100;
-  Put(*m, 0x1000, {0x00, 0xC5});  // NOP  PUSH BC
+  Program(*m, 0x1000, {0x00, 0xC5});  // NOP  PUSH BC
   const auto image = m->MemImage;
   ASSERT_TRUE(EndsProgram([&] { RunOn(*m); }));
   EXPECT_EQ(m->z80.PC, 0x1001);
   EXPECT_TRUE(m->MemImage == image);
-  EXPECT_EQ(host.messages.size(), 1U);
+  EXPECT_EQ(m.host.messages.size(), 1U);
 }
 
 TEST(MemoryCpuTest, AnInterruptWithItsStackInACardWindowEndsTheProgram) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->PortShadow[2] = 0xD0;
   m->PortShadow[3] = 0xC0;
   m->z80.PC = 0x1000;
@@ -195,15 +190,14 @@ TEST(MemoryCpuTest, AnInterruptWithItsStackInACardWindowEndsTheProgram) {
   const auto image = m->MemImage;
   ASSERT_TRUE(EndsProgram([&] { RunOn(*m); }));
   EXPECT_TRUE(m->MemImage == image);
-  EXPECT_EQ(host.messages.size(), 1U);
+  EXPECT_EQ(m.host.messages.size(), 1U);
 }
 
 TEST(MemoryCpuTest, IndexedAddressesBelowZeroReadZeroAndStoreNothing) {
   for (const bool inARun : {false, true}) {
     for (const int port2 : {0x00, 0x08, 0x10, 0x18}) {
       for (int d = -128; d < 0; ++d) {
-        CoreHost host;
-        const auto m = RamMachine(host);
+        TestMachine m;
         m->PortShadow[2] = static_cast<uint8_t>(0xA0 | port2);
         m->MemImage.fill(kBlank);
         m->z80.PC = 0x5000;
@@ -213,12 +207,7 @@ TEST(MemoryCpuTest, IndexedAddressesBelowZeroReadZeroAndStoreNothing) {
         // LD (IX+d),B  LD A,(IX+d)  (stop)
         Put(*m, 0x5000, {0xDD, 0x70, d & 0xFF, 0xDD, 0x7E, d & 0xFF, 0xFD, 0xF3});
         const auto image = m->MemImage;
-        if (inARun) {
-          RunOn(*m);
-        } else {
-          Step(*m);
-          Step(*m);
-        }
+        RunOrStep(*m, inARun, 2);
         ASSERT_EQ(m->z80.A, 0) << d;
         ASSERT_TRUE(m->MemImage == image) << d;
       }
@@ -228,8 +217,7 @@ TEST(MemoryCpuTest, IndexedAddressesBelowZeroReadZeroAndStoreNothing) {
 
 TEST(MemoryCpuTest, IndexedAddressesAboveSixteenBitsReachTheLastPage) {
   for (const bool inARun : {false, true}) {
-    CoreHost host;
-    const auto m = RamMachine(host);
+    TestMachine m;
     m->MemImage.fill(kBlank);
     m->z80.PC = 0x5000;
     m->z80.IX = 0xFFFF;
@@ -239,11 +227,7 @@ TEST(MemoryCpuTest, IndexedAddressesAboveSixteenBitsReachTheLastPage) {
     m->MemImage[0x10001] = kMarker;
     auto expected = m->MemImage;
     expected[0x10000] = expected[0x1007E] = kWritten;
-    if (inARun) {
-      RunOn(*m);
-    } else {
-      for (int i = 0; i < 4; ++i) Step(*m);
-    }
+    RunOrStep(*m, inARun, 4);
     EXPECT_EQ(m->z80.A, kMarker);
     EXPECT_EQ(m->z80.C, kWritten);
     EXPECT_TRUE(m->MemImage == expected);
@@ -251,8 +235,7 @@ TEST(MemoryCpuTest, IndexedAddressesAboveSixteenBitsReachTheLastPage) {
 }
 
 TEST(MemoryCpuTest, MexPagesChangeUnderARunningProgram) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->CartName = "mex4mb.crt";
   m->MexPages.resize(256);
   m->MexPages[0x00][0x3FFF] = 0x10;
@@ -282,20 +265,14 @@ TEST(MemoryCpuTest, MexPagesChangeUnderARunningProgram) {
 
 TEST(MemoryCpuTest, ReadNoiseWorksInARun) {
   for (const bool inARun : {false, true}) {
-    CoreHost host;
-    const auto m = RamMachine(host);
+    TestMachine m;
     m->VideoReadNoise = true;
-    m->PortShadow[2] = 0x10;     // U0, U1, video in page 2
-    m->PortShadow[0x0F] = 0x08;  // VID2
-    m->z80.PC = 0x5000;
-    Put(*m, 0x5000, {0x3A, 0x34, 0x92, 0xFD, 0xF3});  // LD A,(9234)  (stop)
+    m->PortShadow[2] = 0x10;                              // U0, U1, video in page 2
+    m->PortShadow[0x0F] = 0x08;                           // VID2
+    Program(*m, 0x5000, {0x3A, 0x34, 0x92, 0xFD, 0xF3});  // LD A,(9234)  (stop)
     m->MemImage[0x25234] = 0x48;
     m->MemImage[0x11234] = 0x80;
-    if (inARun) {
-      RunOn(*m);
-    } else {
-      Step(*m);
-    }
+    RunOrStep(*m, inARun, 1);
     EXPECT_EQ(m->z80.A, 0x48);
     EXPECT_EQ(m->MemImage[0x11234], 0xB7);
     EXPECT_EQ(m->MemImage[0x25234], 0x48);
@@ -303,8 +280,7 @@ TEST(MemoryCpuTest, ReadNoiseWorksInARun) {
 }
 
 TEST(MemoryCpuTest, ReadNoiseSpoilsCodeInVideoMemory) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->VideoReadNoise = true;
   m->PortShadow[2] = 0x10;
   m->z80.PC = 0x8000;
@@ -318,8 +294,7 @@ TEST(MemoryCpuTest, ReadNoiseSpoilsCodeInVideoMemory) {
 
 // A copy of the machine has nothing to do with the machine it was made from.
 TEST(MemoryCpuTest, ACopyRunsInItsOwnMemory) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->z80.PC = 0x5000;
   // LD A,0x5A  LD (0x8000),A  LD A,(0x8001)  (stop), twice
   Put(*m, 0x5000, {0x3E, kWritten, 0x32, 0x00, 0x80, 0x3A, 0x01, 0x80, 0xFD, 0xF3});
@@ -327,13 +302,12 @@ TEST(MemoryCpuTest, ACopyRunsInItsOwnMemory) {
   m->MemImage[0x8001] = 0x01;
   RunOn(*m);
   const auto image = m->MemImage;
-  const auto constructed = std::make_unique<Machine>(*m);
-  const auto assigned = RamMachine(host);
-  Put(*assigned, 0x5000, {0xFD, 0xF3});
-  assigned->z80.PC = 0x5000;
+  const auto constructed = CopyOf(*m);
+  TestMachine assigned;
+  Program(*assigned, 0x5000, {0xFD, 0xF3});
   RunOn(*assigned);  // its page map is filled before it becomes a copy
   *assigned = *m;
-  for (Machine* copy : {constructed.get(), assigned.get()}) {
+  for (Machine* copy : {constructed.get(), &*assigned}) {
     copy->MemImage[0x8001] = 0x02;
     RunOn(*copy);
     EXPECT_EQ(copy->z80.A, 0x02);
@@ -346,15 +320,14 @@ TEST(MemoryCpuTest, ACopyRunsInItsOwnMemory) {
 
 // Undoing in the middle of a run: the handler puts an earlier state of the machine back.
 TEST(MemoryCpuTest, AStateAssignedInThePumpRunsOn) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->z80.PC = 0x5000;
-  const auto saved = std::make_unique<Machine>(*m);
+  const auto saved = CopyOf(*m);
   Put(*saved, 0x5000, {0x3E, kWritten, 0x32, 0x00, 0x80, 0xFD, 0xF3});
   saved->run.CpuRunning = 1;
-  host.ticks = 1000;
-  host.framesAllowed = 2;
-  host.onPump = [&](Machine& machine) { machine = *saved; };
+  m.host.ticks = 1000;
+  m.host.framesAllowed = 2;
+  m.host.onPump = [&](Machine& machine) { machine = *saved; };
   m->run.FrameClock = 62490;
   RunOn(*m);
   EXPECT_EQ(m->MemImage[0x8000], kWritten);

@@ -1,4 +1,6 @@
 // Every row of the paging, read and written through the bus.
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <climits>
 
@@ -32,8 +34,7 @@ size_t ImageIndex(const PagingRow& row, int32_t address) {
 
 template <class Check>
 void ForEachSetting(Check check) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   for (const PagingRow& row : PagingRows()) {
     for (const bool only32 : {false, true}) {
       if (row.model != 2 && (row.model == 1) != only32) continue;
@@ -44,7 +45,7 @@ void ForEachSetting(Check check) {
           m->screen.x32KB = only32;
           m->MemImage.fill(kBlank);
           SetPaging(*m, row, others);
-          check(*m, row, address);
+          check(m, row, address);
           if (testing::Test::HasFatalFailure()) return;
         }
       }
@@ -63,13 +64,11 @@ void ExpectOnlyChange(const Machine& m, size_t index, uint8_t value) {
 
 void ExpectNoChange(const Machine& m) { ExpectOnlyChange(m, 0, kBlank); }
 
-TEST(MemoryTest, ImageHasItsSize) {
-  CoreHost host;
-  EXPECT_EQ(RamMachine(host)->MemImage.size(), 0x3C001U);
-}
+TEST(MemoryTest, ImageHasItsSize) { EXPECT_EQ(TestMachine()->MemImage.size(), 0x3C001U); }
 
 TEST(MemoryTest, EveryRowReadsItsByte) {
-  ForEachSetting([](Machine& m, const PagingRow& row, int32_t address) {
+  ForEachSetting([](TestMachine& test, const PagingRow& row, int32_t address) {
+    Machine& m = *test;
     m.MemImage[ImageIndex(row, address)] = kMarker;
     ASSERT_EQ(MemRead(m, address), row.readsZero ? 0 : kMarker);
     m.MemImage[ImageIndex(row, address)] = kBlank;
@@ -79,9 +78,9 @@ TEST(MemoryTest, EveryRowReadsItsByte) {
 }
 
 TEST(MemoryTest, EveryRowStoresIgnoresOrEnds) {
-  ForEachSetting([](Machine& m, const PagingRow& row, int32_t address) {
-    auto& host = static_cast<CoreHost&>(*m.host);
-    host.messages.clear();
+  ForEachSetting([](TestMachine& test, const PagingRow& row, int32_t address) {
+    Machine& m = *test;
+    test.host.messages.clear();
     const bool ended = EndsProgram([&] { MemWrite(m, address, kWritten); });
     ASSERT_EQ(ended, row.onWrite == OnWrite::Ends);
     if (row.onWrite == OnWrite::Stores) {
@@ -89,16 +88,15 @@ TEST(MemoryTest, EveryRowStoresIgnoresOrEnds) {
     } else {
       ExpectNoChange(m);
     }
-    ASSERT_EQ(host.messages.size(), ended ? 1U : 0U);
+    ASSERT_EQ(test.host.messages.size(), ended ? 1U : 0U);
     if (ended) {
-      EXPECT_EQ(host.messages[0].text, " CTL 1-3 IOM write????");
+      EXPECT_EQ(test.host.messages[0].text, " CTL 1-3 IOM write????");
     }
   });
 }
 
 TEST(MemoryTest, OutsideTheMemoryReadsZeroAndStoresNothing) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   std::vector<int32_t> addresses{0x2C000, 0x2C001, 0x2FFFF, 0x30000, 0x34000,  0x3C000,     0x3C001,
                                  0x40000, INT_MAX, INT_MIN, -0x4000, -0x18000, INT_MAX - 1, INT_MIN + 1};
   for (int32_t address = -129; address < 0; ++address) addresses.push_back(address);
@@ -128,8 +126,7 @@ TEST(MemoryTest, OutsideTheMemoryReadsZeroAndStoresNothing) {
 }
 
 TEST(MemoryTest, MexCartridgeStandsInBothCartridgePages) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->CartName = "mex4mb.crt";
   m->MexPages.resize(256);
   m->MemImage.fill(kBlank);
@@ -163,8 +160,7 @@ TEST(MemoryTest, MexCartridgeStandsInBothCartridgePages) {
 }
 
 TEST(MemoryTest, CartridgeNameCountsToTheLetter) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->MexPages.resize(256);
   for (auto& page : m->MexPages) page.fill(kMarker);
   m->MemImage.fill(kBlank);
@@ -181,8 +177,7 @@ TEST(MemoryTest, CartridgeNameCountsToTheLetter) {
 }
 
 TEST(MemoryTest, ReadNoiseDamagesBankZeroOnPageTwoVideoReads) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->VideoReadNoise = true;
   constexpr int32_t kBanks[] = {0x10000, 0x20000, 0x24000, 0x28000};
   for (int bank = 0; bank < 4; ++bank) {
@@ -204,8 +199,7 @@ TEST(MemoryTest, ReadNoiseDamagesBankZeroOnPageTwoVideoReads) {
 }
 
 TEST(MemoryTest, ReadNoiseLeavesEverythingElseAlone) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->VideoReadNoise = true;
   m->MemImage.fill(kBlank);
   m->PortShadow[2] = 0x14;  // page 1 video, page 2 video
@@ -224,8 +218,7 @@ TEST(MemoryTest, ReadNoiseLeavesEverythingElseAlone) {
 }
 
 TEST(MemoryTest, ThirtyTwoKilobytesHideWhatIsStored) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->screen.x32KB = true;
   MemWrite(*m, 0x8000, 0x55);
   MemWrite(*m, 0xFFFF, 0x66);
@@ -239,8 +232,7 @@ TEST(MemoryTest, ThirtyTwoKilobytesHideWhatIsStored) {
 }
 
 TEST(MemoryTest, OneBankAtTwoAddresses) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->PortShadow[2] = 0x18 | 0x80;
   MemWrite(*m, 0x0010, 0x77);
   EXPECT_EQ(MemRead(*m, 0xC010), 0x77);

@@ -1,4 +1,7 @@
 // The CRTC's registers through the ports, and what an OUT leaves in the processor's register.
+#include <gtest/gtest.h>
+
+#include "testkit/Files.h"
 #include "testkit/TestMachine.h"
 
 namespace quoll::test {
@@ -21,8 +24,7 @@ int32_t Out(Machine& m, int port, int value) {
 TEST(PortsCrtcTest, SelectMasksStoresAndHandsBack) {
   for (const int port : kSelectPorts) {
     for (int value = 0; value < 256; ++value) {
-      CoreHost host;
-      const auto m = RamMachine(host);
+      TestMachine m;
       m->PortShadow[static_cast<size_t>(port)] = 0xEE;
       ASSERT_EQ(Out(*m, port, value), value % 32);
       ASSERT_EQ(m->PortShadow[static_cast<size_t>(port)], value % 32);
@@ -36,8 +38,7 @@ TEST(PortsCrtcTest, EveryRegisterKeepsItsBits) {
   for (const int port : kDataPorts) {
     for (int reg = 0; reg < 18; ++reg) {
       for (int value = 0; value < 256; ++value) {
-        CoreHost host;
-        const auto m = RamMachine(host);
+        TestMachine m;
         m->crtc.CrtcRegs.fill(-1);
         m->crtc.CrtcRegs[18] = reg;
         auto expected = m->crtc.CrtcRegs;
@@ -53,8 +54,7 @@ TEST(PortsCrtcTest, EveryRegisterKeepsItsBits) {
 }
 
 TEST(PortsCrtcTest, RegisterEighteenIsTheSelection) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   Out(*m, 0x70, 18);
   EXPECT_EQ(PortIn(*m, 0x71), 18);
   EXPECT_EQ(Out(*m, 0x71, 14), 14);
@@ -66,8 +66,7 @@ TEST(PortsCrtcTest, RegisterEighteenIsTheSelection) {
 
 TEST(PortsCrtcTest, SelectionsBeyondTheRegistersStoreNothing) {
   for (int reg = 19; reg < 32; ++reg) {
-    CoreHost host;
-    const auto m = RamMachine(host);
+    TestMachine m;
     Out(*m, 0x70, reg);
     const Crtc before = m->crtc;
     const auto ports = m->PortShadow;
@@ -78,8 +77,7 @@ TEST(PortsCrtcTest, SelectionsBeyondTheRegistersStoreNothing) {
 }
 
 TEST(PortsCrtcTest, ASelectionOfMoreThan18WrittenThroughRegister18StaysHarmless) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   Out(*m, 0x70, 18);
   Out(*m, 0x71, 0xFF);  // unmasked
   EXPECT_EQ(m->crtc.CrtcRegs[18], 0xFF);
@@ -94,17 +92,12 @@ TEST(PortsCrtcTest, ASelectionOfMoreThan18WrittenThroughRegister18StaysHarmless)
 
 TEST(PortsCrtcTest, OutLeavesTheMaskedValueInA) {
   for (const bool inARun : {false, true}) {
-    CoreHost host;
-    const auto m = RamMachine(host);
+    TestMachine m;
     m->z80.PC = 0x1000;
     m->z80.A = 0xFF;
     // OUT (0x70),A  LD B,A  LD A,5  OUT (0x76),A  LD A,0xFF  OUT (0x73),A  (stop)
     Put(*m, 0x1000, {0xD3, 0x70, 0x47, 0x3E, 0x05, 0xD3, 0x76, 0x3E, 0xFF, 0xD3, 0x73, 0xFD, 0xF3});
-    if (inARun) {
-      RunOn(*m);
-    } else {
-      for (int i = 0; i < 6; ++i) Step(*m);
-    }
+    RunOrStep(*m, inARun, 6);
     EXPECT_EQ(m->z80.B, 0x1F);
     EXPECT_EQ(m->z80.A, 0x1F);
     EXPECT_EQ(m->crtc.CrtcRegs[5], 0x1F);
@@ -124,18 +117,12 @@ TEST(PortsCrtcTest, OutThroughCLeavesTheMaskedValueInItsRegister) {
                              {0x61, &Z80State::H}, {0x69, &Z80State::L}, {0x79, &Z80State::A}};
   for (const auto& [opcode, reg] : kCases) {
     for (const bool inARun : {false, true}) {
-      CoreHost host;
-      const auto m = RamMachine(host);
-      m->z80.PC = 0x1000;
-      Put(*m, 0x1000, {0xED, opcode, 0xFD, 0xF3});
+      TestMachine m;
+      Program(*m, 0x1000, {0xED, opcode, 0xFD, 0xF3});
       m->z80.C = 0x77;
       m->crtc.CrtcRegs[18] = 8;
       m->z80.*reg = 0xFF;
-      if (inARun) {
-        RunOn(*m);
-      } else {
-        Step(*m);
-      }
+      RunOrStep(*m, inARun, 1);
       EXPECT_EQ(m->z80.*reg, 0xF3) << opcode;
       EXPECT_EQ(m->crtc.CrtcRegs[8], 0xF3) << opcode;
       EXPECT_EQ(m->z80.C, 0x77) << opcode;
@@ -144,11 +131,9 @@ TEST(PortsCrtcTest, OutThroughCLeavesTheMaskedValueInItsRegister) {
 }
 
 TEST(PortsCrtcTest, OutOfCItselfMasksThePortNumberThatItHolds) {
-  CoreHost host;
-  const auto m = RamMachine(host);
-  m->z80.PC = 0x1000;
+  TestMachine m;
   m->z80.C = 0x70;
-  Put(*m, 0x1000, {0xED, 0x49});  // OUT (C),C
+  Program(*m, 0x1000, {0xED, 0x49});  // OUT (C),C
   Step(*m);
   EXPECT_EQ(m->z80.C, 0x10);
   EXPECT_EQ(m->crtc.CrtcRegs[18], 0x10);
@@ -156,8 +141,7 @@ TEST(PortsCrtcTest, OutOfCItselfMasksThePortNumberThatItHolds) {
 }
 
 TEST(PortsCrtcTest, InOfTheStatusAndOfTheCursorAddress) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->z80.PC = 0x1000;
   m->crtc.CrtcRegs[10] = 0x12;
   m->crtc.CrtcRegs[14] = 0x0B;
@@ -171,8 +155,7 @@ TEST(PortsCrtcTest, InOfTheStatusAndOfTheCursorAddress) {
 // Devices see the clock as it stood when the instruction began, also in the midst of a run.
 TEST(PortsCrtcTest, ARunTellsDevicesTheTime) {
   for (int nops = 0; nops < 80; ++nops) {
-    CoreHost host;
-    const auto m = RamMachine(host);
+    TestMachine m;
     m->z80.PC = 0x1000;
     m->z80.A = 0xBC;  // amplitude 15, no strobe
     Put(*m, 0x1000 + nops, {0xD3, 0x06, 0xFD, 0xF3});
@@ -185,8 +168,7 @@ TEST(PortsCrtcTest, ARunTellsDevicesTheTime) {
 }
 
 TEST(PortsCrtcTest, ARunSetsPaletteAndBorderAtTheirTime) {
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->z80.PC = 0x1000;
   m->z80.A = 0x02;
   // 54 NOPs: 216 T-states, band 0. OUT (0),A takes 11. 5 NOPs: 247, slot 1. OUT (60),A
@@ -201,18 +183,13 @@ TEST(PortsCrtcTest, ARunSetsPaletteAndBorderAtTheirTime) {
 
 TEST(PortsCrtcTest, InOf5BStartsTheToneCounterAnew) {
   for (const bool inARun : {false, true}) {
-    CoreHost host;
-    const auto m = RamMachine(host);
+    TestMachine m;
     m->z80.PC = 0x1000;
     m->PortShadow[4] = 0x80;
     m->PortShadow[5] = 0x07;                                      // 34816
     Put(*m, 0x1000, {0x00, 0x00, 0xDB, 0x5B, 0x00, 0xFD, 0xF3});  // NOP NOP IN A,(5B) NOP (stop)
     m->run.ToneItCounter = 50000;
-    if (inARun) {
-      RunOn(*m);
-    } else {
-      for (int i = 0; i < 5; ++i) Step(*m);
-    }
+    RunOrStep(*m, inARun, 5);
     EXPECT_EQ(m->run.ToneItCounter, 34816 - 11 - 4);
     EXPECT_EQ(m->z80.A, 255);
   }
@@ -221,7 +198,7 @@ TEST(PortsCrtcTest, InOf5BStartsTheToneCounterAnew) {
 // The sound card's ROM window.
 struct SoundRom {
   TempFolder folder;
-  std::vector<uint8_t> rom = RomBytes(0x8000, 7);
+  std::vector<uint8_t> rom = Pattern(0x8000, 7);
 };
 
 void ExpectWindow(const Machine& m, const std::vector<uint8_t>& rom, size_t first) {
@@ -231,8 +208,7 @@ void ExpectWindow(const Machine& m, const std::vector<uint8_t>& rom, size_t firs
 TEST(PortsCrtcTest, SoundRomPages) {
   const SoundRom sound;
   sound.folder.Write("sndmx.rom", sound.rom);
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->programFolder = sound.folder.path.string();
   m->MemImage.fill(0);
   for (const int port : {0x36, 0x37}) {
@@ -252,44 +228,41 @@ TEST(PortsCrtcTest, SoundRomPages) {
 TEST(PortsCrtcTest, SoundRomIsReadAtEachWrite) {
   const SoundRom sound;
   sound.folder.Write("sndmx.rom", sound.rom);
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->programFolder = sound.folder.path.string();
   Out(*m, 0x36, 1);
-  const auto other = RomBytes(0x8000, 8);
+  const auto other = Pattern(0x8000, 8);
   sound.folder.Write("sndmx.rom", other);
   ExpectWindow(*m, sound.rom, 0x2000);
   Out(*m, 0x36, 1);
   ExpectWindow(*m, other, 0x2000);
-  sound.folder.Write("sndmx.rom", RomBytes(0x3000, 9));  // a short file ends in zeros
+  sound.folder.Write("sndmx.rom", Pattern(0x3000, 9));  // a short file ends in zeros
   Out(*m, 0x36, 1);
-  auto shortRom = RomBytes(0x3000, 9);
+  auto shortRom = Pattern(0x3000, 9);
   shortRom.resize(0x8000);
   ExpectWindow(*m, shortRom, 0x2000);
 }
 
 TEST(PortsCrtcTest, WithoutTheSoundRomNothingChanges) {
   const TempFolder folder;
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->programFolder = folder.path.string();
   m->MemImage.fill(0x42);
-  const auto before = std::make_unique<Machine>(*m);
+  const auto before = CopyOf(*m);
   for (const int port : {0x36, 0x37}) {
     for (int value = 0; value < 4; ++value) EXPECT_EQ(Out(*m, port, value), value);
   }
   EXPECT_TRUE(m->MemImage == before->MemImage);
   EXPECT_EQ(m->PortShadow, before->PortShadow);
   EXPECT_EQ(m->screen.List1.count, 0U);
-  EXPECT_TRUE(host.messages.empty());
+  EXPECT_TRUE(m.host.messages.empty());
 }
 
 // A program sees the new page through the card's window at once.
 TEST(PortsCrtcTest, SoundRomPageInARun) {
   const SoundRom sound;
   sound.folder.Write("sndmx.rom", sound.rom);
-  CoreHost host;
-  const auto m = RamMachine(host);
+  TestMachine m;
   m->programFolder = sound.folder.path.string();
   m->PortShadow[2] = 0xF0;
   m->PortShadow[3] = 0x80;

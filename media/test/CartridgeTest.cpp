@@ -4,7 +4,7 @@
 #include "machine/MachineInit.h"
 #include "machine/Ports.h"
 #include "media/Cartridge.h"
-#include "media/test/Bench.h"
+#include "testkit/FolderTest.h"
 
 namespace quoll::test {
 
@@ -15,7 +15,7 @@ constexpr size_t kWindowSize = 0x4000;
 constexpr size_t kStoreSize = 4'194'304;
 
 // With system ROMs in the folder, since a cartridge makes the machine anew.
-struct CartridgeTest : Bench {
+struct CartridgeTest : FolderTest {
   CartridgeTest() {
     WriteAll("TVC22_D6.rom", Pattern(0x2000, 61));
     WriteAll("TVC22_D4.rom", Pattern(0x2000, 41));
@@ -44,7 +44,7 @@ TEST_F(CartridgeTest, ComesIntoTheWindowOfANewMachine) {
   EXPECT_EQ(Window(), image);
   EXPECT_TRUE(m.MexPages.empty());
   ExpectNewMachine();
-  EXPECT_TRUE(host.boxes.empty());
+  EXPECT_TRUE(host.messages.empty());
   // Page 3 is the cartridge after a reset, at once.
   EXPECT_EQ(MemRead(m, 0xC005), image[5]);
   EXPECT_EQ(*reinterpret_cast<const uint8_t*>(m.pages.read[PageMap::kBelow + 0xC] + 0xC005), image[5]);
@@ -112,9 +112,9 @@ TEST_F(CartridgeTest, ShortOnesAreFilledUpAndLongOnesCut) {
 
 TEST_F(CartridgeTest, AMissingOneEndsTheProgram) {
   EXPECT_THROW(LoadCRT(m, Path("none.crt")), ProgramEnd);
-  ASSERT_EQ(host.boxes.size(), 1U);
-  EXPECT_EQ(host.boxes[0].text, "CRT Rom File error: ");
-  EXPECT_EQ(host.boxes[0].title, "Error");
+  ASSERT_EQ(host.messages.size(), 1U);
+  EXPECT_EQ(host.messages[0].text, "CRT Rom File error: ");
+  EXPECT_EQ(host.messages[0].title, "Error");
   std::filesystem::create_directory("dir.crt");
   EXPECT_THROW(LoadCRT(m, Path("dir.crt")), ProgramEnd);
 }
@@ -197,7 +197,7 @@ TEST_F(CartridgeTest, AFailedSaveKeepsTheOldFileAndIsTold) {
     EXPECT_FALSE(SaveMex4mb(m));
   }
   ExpectBox("mex4mb.bin", "File too large");
-  host.boxes.clear();
+  host.messages.clear();
   {
     const ReadOnlyFolder readOnly(folder);
     EXPECT_FALSE(SaveMex4mb(m));

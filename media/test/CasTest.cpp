@@ -1,12 +1,12 @@
 // Cassette files: where the program lands, the pointers that BASIC finds, and the header that a save writes.
 #include "media/Cas.h"
-#include "media/test/Bench.h"
+#include "testkit/FolderTest.h"
 
 namespace quoll::test {
 
 namespace {
 
-using CasTest = Bench;
+using CasTest = FolderTest;
 
 constexpr size_t kHeader = 144;
 constexpr size_t kStart = 0x19EF;
@@ -29,6 +29,19 @@ Bytes FileWith(const Bytes& program, uint32_t headerSeed = 5) {
   return file;
 }
 
+// The header that a save writes: blocks of 128 bytes in the file and the rest, then the program's length.
+Bytes Header(int blocks, int rest, int length) {
+  Bytes header(kHeader, 0);
+  header[0] = 0x11;
+  header[2] = static_cast<uint8_t>(blocks & 0xFF);
+  header[3] = static_cast<uint8_t>(blocks >> 8);
+  header[4] = static_cast<uint8_t>(rest);
+  header[129] = 1;
+  header[130] = static_cast<uint8_t>(length & 0xFF);
+  header[131] = static_cast<uint8_t>(length >> 8);
+  return header;
+}
+
 // Memory differs from what was there in the program's place and the two pointers alone.
 void ExpectPlaced(const Machine& m, const Machine& before, const Bytes& program, int end) {
   auto expected = before.MemImage;
@@ -44,14 +57,14 @@ void ExpectPlaced(const Machine& m, const Machine& before, const Bytes& program,
 
 TEST_F(CasTest, AProgramLandsWhereBasicExpectsIt) {
   FillMemory(m, 1);
-  const auto before = std::make_unique<Machine>(m);
+  const auto before = CopyOf(m);
   const Bytes program = Pattern(1000, 2);
   WriteAll("a.cas", FileWith(program));
   m.PortShadow[2] = before->PortShadow[2] = kBasicPages;
   EXPECT_TRUE(LoadCAS(m, Path("a.cas")));
   ExpectPlaced(m, *before, program, 0x19EF + 1000);
-  EXPECT_EQ(host.pumps, 0);
-  EXPECT_TRUE(host.boxes.empty());
+  EXPECT_EQ(host.Count("Pump"), 0);
+  EXPECT_TRUE(host.messages.empty());
 }
 
 TEST_F(CasTest, TheHeaderDoesNotMatter) {
@@ -59,7 +72,7 @@ TEST_F(CasTest, TheHeaderDoesNotMatter) {
   for (uint32_t seed = 0; seed < 5; ++seed) {
     WriteAll("a.cas", FileWith(program, seed));
     FillMemory(m, 1);
-    const auto before = std::make_unique<Machine>(m);
+    const auto before = CopyOf(m);
     LoadCAS(m, Path("a.cas"));
     ExpectPlaced(m, *before, program, 0x19EF + 300);
   }
@@ -70,20 +83,20 @@ TEST_F(CasTest, OtherPagesOnlyServeTheUserFirst) {
   const Bytes program = Pattern(30, 2);
   WriteAll("a.cas", FileWith(program));
   for (int port2 = 0; port2 < 256; ++port2) {
-    host.pumps = 0;
+    host.events.clear();
     m.PortShadow[2] = static_cast<uint8_t>(port2);
     m.MemImage[kStart + 29] = static_cast<uint8_t>(program[29] ^ 1);
     LoadCAS(m, Path("a.cas"));
     EXPECT_EQ(m.MemImage[kStart + 29], program[29]);
     EXPECT_EQ(Word(m, 0x1726), 0x19EF + 30);
     const bool basic = port2 == 0x70 || port2 == 0x71 || port2 == 0x72 || port2 == 0x73;
-    EXPECT_EQ(host.pumps, basic ? 0 : 1) << port2;
+    EXPECT_EQ(host.Count("Pump"), basic ? 0 : 1) << port2;
   }
 }
 
 TEST_F(CasTest, AFileOfTheHeaderAloneIsAnEmptyProgram) {
   FillMemory(m, 1);
-  const auto before = std::make_unique<Machine>(m);
+  const auto before = CopyOf(m);
   WriteAll("a.cas", Pattern(kHeader));
   EXPECT_TRUE(LoadCAS(m, Path("a.cas")));
   ExpectPlaced(m, *before, {}, 0x19EF);
@@ -92,22 +105,22 @@ TEST_F(CasTest, AFileOfTheHeaderAloneIsAnEmptyProgram) {
 TEST_F(CasTest, AShorterFileLeavesTheEndBelowTheStart) {
   for (const int size : {0, 1, 10, 143}) {
     FillMemory(m, 1);
-    const auto before = std::make_unique<Machine>(m);
+    const auto before = CopyOf(m);
     WriteAll("a.cas", Pattern(static_cast<size_t>(size)));
     EXPECT_TRUE(LoadCAS(m, Path("a.cas")));
     ExpectPlaced(m, *before, {}, 0x19EF - 144 + size);
   }
-  EXPECT_TRUE(host.boxes.empty());
+  EXPECT_TRUE(host.messages.empty());
 }
 
 TEST_F(CasTest, AFileThatCannotBeReadSetsThePointersSilently) {
   for (const std::string& name : {Path("none.cas"), folder.string(), Path("none/a.cas"), std::string()}) {
     FillMemory(m, 1);
-    const auto before = std::make_unique<Machine>(m);
+    const auto before = CopyOf(m);
     EXPECT_FALSE(LoadCAS(m, name));
     ExpectPlaced(m, *before, {}, 0x19EF - 144);
   }
-  EXPECT_TRUE(host.boxes.empty());
+  EXPECT_TRUE(host.messages.empty());
   EXPECT_TRUE(Names().empty());
 }
 
@@ -117,7 +130,7 @@ TEST_F(CasTest, ALongFileRunsOnToTheEndOfMemoryAndNoFurther) {
   for (const size_t size : {kRoom - 1, kRoom, kRoom + 1, size_t{1'000'000}}) {
     SCOPED_TRACE(size);
     FillMemory(m, 1);
-    const auto before = std::make_unique<Machine>(m);
+    const auto before = CopyOf(m);
     const Bytes program = Pattern(size, 9);
     WriteAll("a.cas", FileWith(program));
     EXPECT_TRUE(LoadCAS(m, Path("a.cas")));
@@ -133,13 +146,7 @@ TEST_F(CasTest, TheSaveWritesHeaderAndProgram) {
   EXPECT_TRUE(SaveCAS(m, Path("a"), 0x2000, 0x2000 + 1000));
   const Bytes file = ReadAll("a.cas");
   ASSERT_EQ(file.size(), 1144U);
-  Bytes header(kHeader, 0);
-  header[0] = 0x11;
-  header[2] = 8;
-  header[4] = 120;
-  header[129] = 1;
-  header[130] = 0xE8;
-  header[131] = 0x03;
+  const Bytes header = Header(8, 120, 1000);
   EXPECT_EQ(Bytes(file.begin(), file.begin() + kHeader), header);
   EXPECT_TRUE(std::equal(file.begin() + kHeader, file.end(), m.MemImage.begin() + 0x2000));
 }
@@ -151,11 +158,7 @@ TEST_F(CasTest, TheLargestProgram) {
   EXPECT_TRUE(SaveCAS(m, Path("a"), -5, 0x7FFFFFFF));
   const Bytes file = ReadAll("a.cas");
   ASSERT_EQ(file.size(), 0xE6A0U);
-  EXPECT_EQ(file[2], 0xCD);
-  EXPECT_EQ(file[3], 0x01);
-  EXPECT_EQ(file[4], 32);
-  EXPECT_EQ(file[130], 0x10);
-  EXPECT_EQ(file[131], 0xE6);
+  EXPECT_EQ(Bytes(file.begin(), file.begin() + kHeader), Header(461, 32, 0xE610));
   // The last page is ROM with these pages in, and that is what is saved.
   EXPECT_EQ(file[kHeader + 0xC000 - 0x19EF], m.MemImage[0x18000]);
   EXPECT_EQ(file.back(), m.MemImage[0x18000 + 0x3FFE]);
@@ -175,15 +178,7 @@ TEST_F(CasTest, TheSaveReadsThroughThePages) {
 TEST_F(CasTest, AnEndBelowTheStartSavesTheHeaderAlone) {
   // s = 0x19EF, e = 0: -0x19EF is 0xE611; with 144 more -6495, which is 50 blocks and 95 bytes below 0.
   EXPECT_TRUE(SaveCAS(m, Path("a"), 0, 0));
-  Bytes header(kHeader, 0);
-  header[0] = 0x11;
-  header[2] = 0xCE;
-  header[3] = 0xFF;
-  header[4] = 0xA1;
-  header[129] = 1;
-  header[130] = 0x11;
-  header[131] = 0xE6;
-  EXPECT_EQ(ReadAll("a.cas"), header);
+  EXPECT_EQ(ReadAll("a.cas"), Header(0xFFCE, 0xA1, 0xE611));
   EXPECT_TRUE(SaveCAS(m, Path("b"), 0x4000, 0x4000));
   EXPECT_EQ(ReadAll("b.cas").size(), kHeader);
   EXPECT_TRUE(SaveCAS(m, Path("c"), 0x7FFFFFFF, static_cast<int32_t>(0x80000000)));
@@ -245,9 +240,9 @@ TEST_F(CasTest, WhatIsSavedLoadsAgain) {
   m.PortShadow[2] = kBasicPages;
   FillMemory(m, 1);
   EXPECT_TRUE(SaveCAS(m, Path("a"), 0x19EF, 0x5000));
-  const auto before = std::make_unique<Machine>(host);
+  TestMachine before;
   FillMemory(*before, 2);
-  const auto other = std::make_unique<Machine>(*before);
+  const auto other = CopyOf(*before);
   EXPECT_TRUE(LoadCAS(*other, Path("a.cas")));
   ExpectPlaced(*other, *before, Bytes(m.MemImage.begin() + 0x19EF, m.MemImage.begin() + 0x5000), 0x5000);
 }
@@ -265,13 +260,13 @@ TEST_F(CasTest, AFailedSaveKeepsTheOldFileAndIsTold) {
     EXPECT_FALSE(SaveCAS(m, Path("a"), 0x4000, 0x8000));
   }
   ExpectBox(Path("a.cas"), "File too large");
-  host.boxes.clear();
+  host.messages.clear();
   {
     const ReadOnlyFolder readOnly(folder);
     EXPECT_FALSE(SaveCAS(m, Path("a"), 0x4000, 0x8000));
   }
   ExpectBox(Path("a.cas"), "Permission denied");
-  host.boxes.clear();
+  host.messages.clear();
   EXPECT_FALSE(SaveCAS(m, Path("none/a"), 0x4000, 0x8000));
   ExpectBox(Path("none/a.cas"), "No such file or directory");
   EXPECT_EQ(ReadAll("a.cas"), (Bytes{1, 2, 3}));

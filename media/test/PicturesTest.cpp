@@ -1,12 +1,12 @@
 // Pictures and dumps: what reaches ports, palette and video RAM, and what the files hold.
 #include "media/Pictures.h"
-#include "media/test/Bench.h"
+#include "testkit/FolderTest.h"
 
 namespace quoll::test {
 
 namespace {
 
-using PicturesTest = Bench;
+using PicturesTest = FolderTest;
 
 constexpr size_t kVideo = 0x10000;
 constexpr size_t kMemoryEnd = 0x3C001;
@@ -41,7 +41,7 @@ TEST_F(PicturesTest, ATimSetsModePaletteAndScreen) {
   ports[0x63] = 0x77;
   EXPECT_TRUE(m.MemImage == memory);
   EXPECT_EQ(m.PortShadow, ports);
-  EXPECT_TRUE(host.boxes.empty());
+  EXPECT_TRUE(host.messages.empty());
 }
 
 TEST_F(PicturesTest, TheModeByteSetsTheTwoModeBits) {
@@ -116,11 +116,11 @@ TEST_F(PicturesTest, AShortTimGivesWhatItHas) {
 
 TEST_F(PicturesTest, ATimThatCannotBeReadIsToldAndChangesNothing) {
   FillMemory(m, 1);
-  const auto before = std::make_unique<Machine>(m);
+  const auto before = CopyOf(m);
   EXPECT_FALSE(LoadTIM(m, Path("none.tim")));
   ExpectBox(Path("none.tim"), "No such file or directory");
   EXPECT_FALSE(LoadTIM(m, folder.string()));
-  EXPECT_EQ(host.boxes.size(), 2U);
+  EXPECT_EQ(host.messages.size(), 2U);
   EXPECT_TRUE(m.MemImage == before->MemImage);
   EXPECT_EQ(m.PortShadow, before->PortShadow);
   EXPECT_EQ(m.palette, before->palette);
@@ -139,7 +139,7 @@ TEST_F(PicturesTest, TheScreenGoesOutAndComesBack) {
   std::ranges::copy(file, memory.begin() + kVideo);
   EXPECT_TRUE(LoadScreen(m));
   EXPECT_TRUE(m.MemImage == memory);
-  EXPECT_TRUE(host.boxes.empty());
+  EXPECT_TRUE(host.messages.empty());
 }
 
 TEST_F(PicturesTest, WhatTheScreenFileLacksIsBlack) {
@@ -166,7 +166,7 @@ TEST_F(PicturesTest, AMissingScreenFileIsMadeEmptyAndTheScreenBlack) {
   EXPECT_TRUE(m.MemImage == memory);
   EXPECT_EQ(Names(), (std::vector<std::string>{"screen.bin"}));
   EXPECT_EQ(std::filesystem::file_size("screen.bin"), 0U);
-  EXPECT_TRUE(host.boxes.empty());
+  EXPECT_TRUE(host.messages.empty());
 }
 
 TEST_F(PicturesTest, AScreenFileThatCannotBeReadOrMadeIsToldAndChangesNothing) {
@@ -177,7 +177,7 @@ TEST_F(PicturesTest, AScreenFileThatCannotBeReadOrMadeIsToldAndChangesNothing) {
     EXPECT_FALSE(LoadScreen(m));
   }
   ExpectBox("screen.bin", "Permission denied");
-  host.boxes.clear();
+  host.messages.clear();
   std::filesystem::create_directory("screen.bin");
   EXPECT_FALSE(LoadScreen(m));
   ExpectBox("screen.bin", "it is a directory");
@@ -199,13 +199,13 @@ TEST_F(PicturesTest, FailedSavesKeepTheOldFilesAndAreTold) {
                                                            {"ramdump.bin", MemoryDump}};
   for (const auto& [name, save] : saves) {
     WriteAll(name, {1, 2});
-    host.boxes.clear();
+    host.messages.clear();
     {
       const FullDisk full(1000);
       EXPECT_FALSE(save(m));
     }
     ExpectBox(name, "File too large");
-    host.boxes.clear();
+    host.messages.clear();
     {
       const ReadOnlyFolder readOnly(folder);
       EXPECT_FALSE(save(m));

@@ -5,7 +5,7 @@
 #include <random>
 #include <vector>
 
-#include "media/test/Bench.h"
+#include "testkit/FolderTest.h"
 
 namespace quoll::test {
 

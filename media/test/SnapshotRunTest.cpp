@@ -11,7 +11,7 @@ namespace quoll::test {
 
 namespace {
 
-using SnapshotRunTest = Bench;
+using SnapshotRunTest = FolderTest;
 
 // A snapshot taken while the processor waits at a HALT goes on waiting there, and one taken in the middle of
 // a program is not moved on by the wait of the program that it replaces.
@@ -22,7 +22,7 @@ TEST_F(SnapshotRunTest, TheWaitAtAHaltIsTheLoadedMachines) {
   m.z80.PC = 0x100;
   m.z80.IFF1 = m.z80.IFF2 = m.z80.IM = 1;
   m.z80.SP = 0x8000;
-  RunLoop(m);
+  Step(m);
   ASSERT_EQ(m.z80.Halted, 1);
   SaveSnapshot(m, Path("halted"));
   m.z80.Halted = 0;
@@ -31,7 +31,7 @@ TEST_F(SnapshotRunTest, TheWaitAtAHaltIsTheLoadedMachines) {
 
   LoadSnapShot(m, Path("halted.tvs"));
   m.z80.IrqLine = 1;
-  RunLoop(m);  // HALT once more, then the interrupt, which returns behind it
+  Step(m);  // HALT once more, then the interrupt, which returns behind it
   EXPECT_EQ(m.z80.PC, 0x38);
   EXPECT_EQ(m.MemImage[0x7FFE], 0x01);
   EXPECT_EQ(m.MemImage[0x7FFF], 0x01);
@@ -39,35 +39,18 @@ TEST_F(SnapshotRunTest, TheWaitAtAHaltIsTheLoadedMachines) {
   m.z80.Halted = 1;
   LoadSnapShot(m, Path("running.tvs"));
   m.z80.IrqLine = 1;
-  RunLoop(m);  // NOP, then the interrupt, which returns to the byte behind that
+  Step(m);  // NOP, then the interrupt, which returns to the byte behind that
   EXPECT_EQ(m.z80.PC, 0x38);
   EXPECT_EQ(m.MemImage[0x7FFE], 0x02);
   EXPECT_EQ(m.MemImage[0x7FFF], 0x01);
 }
 
-// Stops after a number of frames.
-struct FrameHost : BenchHost {
-  int framesLeft = 0;
-  int frames = 0;
-  uint32_t ticks = 0;
-  uint32_t TickCount() override { return ticks += 20; }
-  void FrameEnded(Machine& m) override {
-    ++frames;
-    if (--framesLeft <= 0) m.run.CpuRunning = 0;
-  }
-  void Stalled(Machine& m) override { m.run.CpuRunning = 0; }
-  // True when the program has ended the emulator.
-  bool Run(Machine& m, int count) {
-    framesLeft = count;
-    m.run.CpuRunning = 1;
-    try {
-      RunLoop(m);
-    } catch (const ProgramEnd&) {
-      return true;
-    }
-    return false;
-  }
-};
+// Runs for a number of frames, all drawn; true when the program has ended the emulator.
+bool RunFrames(TestMachine& m, int frames) {
+  m.host.frameTicks = 20;
+  m.host.AllowFrames(frames);
+  return EndsProgram([&] { RunOn(*m); });
+}
 
 // Random code with interrupts served: all memory noise with lively instructions strewn in.
 void RandomProgram(Machine& m, uint32_t seed) {
@@ -105,35 +88,26 @@ TEST_F(SnapshotRunTest, AMachineGoesOnAsIfItHadNotBeenSaved) {
   int ranThrough = 0;
   for (int trial = 0; trial < kTrials; ++trial) {
     SCOPED_TRACE(trial);
-    FrameHost hosts[2];
-    const auto first = std::make_unique<Machine>(hosts[0]);
-    CpuInit(first->z80);
+    TestMachine first, second;
     MachineReset(*first);
     RandomProgram(*first, static_cast<uint32_t>(trial));
-    hosts[0].Run(*first, 3 + trial);
+    RunFrames(first, 3 + trial);
     first->run.CpuRunning = 1;
     ASSERT_TRUE(SaveSnapshot(*first, Path("a")));
 
-    const auto second = std::make_unique<Machine>(*first);
+    static_cast<MachineState&>(*second) = *first;
     Fill(*second, static_cast<uint32_t>(trial));
     second->z80.Halted = 1;
-    second->host = &hosts[1];
-    hosts[1].ticks = hosts[0].ticks;
+    second.host.ticks = first.host.ticks;
     ASSERT_TRUE(LoadSnapShot(*second, Path("a.tvs")));
 
-    hosts[0].frames = 0;
-    EXPECT_EQ(hosts[0].Run(*first, kFrames), hosts[1].Run(*second, kFrames));
-    EXPECT_EQ(hosts[0].frames, hosts[1].frames);
-    if (hosts[1].frames == kFrames) ++ranThrough;
+    EXPECT_EQ(RunFrames(first, kFrames), RunFrames(second, kFrames));
+    EXPECT_EQ(first.host.frames, second.host.frames);
+    if (second.host.frames == kFrames) ++ranThrough;
     ExpectSameHeld(*first, *second);
     EXPECT_EQ(first->z80, second->z80);
-    EXPECT_EQ(first->run.FrameClock, second->run.FrameClock);
-    EXPECT_EQ(first->run.Cycles, second->run.Cycles);
-    EXPECT_EQ(first->run.ToneItCounter, second->run.ToneItCounter);
-    EXPECT_EQ(first->palette, second->palette);
-    EXPECT_EQ(first->tone, second->tone);
-    EXPECT_EQ(first->mixer, second->mixer);
     EXPECT_TRUE(PicturePixels(first->picture) == PicturePixels(second->picture));
+    EXPECT_TRUE(static_cast<MachineState&>(*first) == *second);
   }
   RecordProperty("ranThrough", ranThrough);
   EXPECT_GE(ranThrough, kTrials / 2);
@@ -141,14 +115,6 @@ TEST_F(SnapshotRunTest, AMachineGoesOnAsIfItHadNotBeenSaved) {
 
 // Loading within the pump of a running loop: the loop goes on with the loaded machine.
 TEST_F(SnapshotRunTest, ALoopThatIsRunningGoesOnWithTheLoadedMachine) {
-  struct LoadingHost : FrameHost {
-    std::string file;
-    void Pump(Machine& machineHere) override {
-      if (!file.empty()) LoadSnapShot(machineHere, file);
-      file.clear();
-    }
-  } loading;
-  m.host = &loading;
   m.PortShadow[2] = 0xB0;
   std::ranges::copy(Bytes{0x3C, 0x18, 0xFD}, m.MemImage.begin() + 0x5000);  // INC A, and again
   m.z80.PC = 0x5000;
@@ -158,9 +124,12 @@ TEST_F(SnapshotRunTest, ALoopThatIsRunningGoesOnWithTheLoadedMachine) {
   m.PortShadow[2] = 0x00;
   m.z80.B = 0;
   std::ranges::copy(Bytes{0x18, 0xFE}, m.MemImage.begin() + 0x5000);
-  loading.file = Path("a.tvs");
-  loading.Run(m, 3);
-  EXPECT_EQ(loading.frames, 3);
+  host.onPump = [&](Machine&) {
+    if (host.Count("Pump") == 1) LoadSnapShot(m, Path("a.tvs"));
+  };
+  host.ticks = 20;
+  RunFrames(machine, 3);
+  EXPECT_EQ(host.frames, 3);
   EXPECT_EQ(m.z80.B, 0x42);
   EXPECT_GE(m.z80.PC, 0x5000);
   EXPECT_LE(m.z80.PC, 0x5001);
@@ -183,7 +152,7 @@ TEST_F(SnapshotRunTest, ThePictureShowsTheLoadedVideoRam) {
   SaveSnapshot(m, Path("a"));
   const auto saved = draw(m);
   ASSERT_NE(black, saved);
-  const auto other = std::make_unique<Machine>(host);
+  TestMachine other;
   EXPECT_TRUE(LoadSnapShot(*other, Path("a.tvs")));
   EXPECT_EQ(draw(*other), saved);
 }

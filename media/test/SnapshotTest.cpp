@@ -8,7 +8,7 @@ namespace quoll::test {
 
 namespace {
 
-using SnapshotTest = Bench;
+using SnapshotTest = FolderTest;
 
 constexpr size_t kSize = 246'360;
 constexpr size_t kMemory = 599;
@@ -35,7 +35,7 @@ TEST_F(SnapshotTest, TheFileIsLaidOutAsOthersReadIt) {
   const Bytes file = ReadAll("game.tvs");
   ASSERT_EQ(file.size(), kSize);
   EXPECT_TRUE(file == FileOf(m));
-  EXPECT_TRUE(host.boxes.empty());
+  EXPECT_TRUE(host.messages.empty());
 }
 
 // A few places with plain numbers, so that the layout does not hang on the table above alone.
@@ -93,11 +93,11 @@ TEST_F(SnapshotTest, SomePlacesOfTheFile) {
 TEST_F(SnapshotTest, LoadingGivesBackWhatWasSaved) {
   Fill(m, 1);
   SaveSnapshot(m, Path("a"));
-  const auto other = std::make_unique<Machine>(host);
+  TestMachine other;
   Fill(*other, 2);
   EXPECT_TRUE(LoadSnapShot(*other, Path("a.tvs")));
   ExpectSameHeld(m, *other);
-  EXPECT_TRUE(host.boxes.empty());
+  EXPECT_TRUE(host.messages.empty());
 }
 
 TEST_F(SnapshotTest, PendingRequestsComeBack) {
@@ -124,7 +124,7 @@ TEST_F(SnapshotTest, TheRestOfTheMachineGoesOnAsItIs) {
   m.tone.toggle = 1;
   m.CartName = "x.crt";
   m.screen.x32KB = true;
-  const auto before = std::make_unique<Machine>(m);
+  const auto before = CopyOf(m);
   LoadSnapShot(m, Path("a.tvs"));
   EXPECT_EQ(m.keyboard, before->keyboard);
   EXPECT_EQ(m.palette, before->palette);
@@ -181,7 +181,7 @@ struct Foreign {
   Bytes content;
 };
 
-class ForeignSnapshotTest : public Bench, public testing::WithParamInterface<int> {
+class ForeignSnapshotTest : public FolderTest, public testing::WithParamInterface<int> {
  public:
   static Foreign Make(int which) {
     const Bytes first = {'Q', 'U', 'O', 'L', 'L', 'E', 'M', 'U', '0'};
@@ -207,29 +207,29 @@ TEST_P(ForeignSnapshotTest, IsRefused) {
   WriteAll("a.tvs", foreign.content);
   Fill(m, 3);
   m.z80.Halted = 1;
-  const auto before = std::make_unique<Machine>(m);
+  const auto before = CopyOf(m);
   EXPECT_FALSE(LoadSnapShot(m, Path("a.tvs")));
   ExpectSameHeld(m, *before);
   EXPECT_EQ(m.z80, before->z80);
-  ASSERT_EQ(host.boxes.size(), 1U);
-  EXPECT_EQ(host.boxes[0].text, "Snapshot not valid!");
-  EXPECT_EQ(host.boxes[0].title, "Error");
+  ASSERT_EQ(host.messages.size(), 1U);
+  EXPECT_EQ(host.messages[0].text, "Snapshot not valid!");
+  EXPECT_EQ(host.messages[0].title, "Error");
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, ForeignSnapshotTest, testing::Range(0, 6));
 
 TEST_F(SnapshotTest, AMissingFileIsRefusedAndNotMade) {
   Fill(m, 3);
-  const auto before = std::make_unique<Machine>(m);
+  const auto before = CopyOf(m);
   EXPECT_FALSE(LoadSnapShot(m, Path("none.tvs")));
   EXPECT_FALSE(LoadSnapShot(m, folder.string()));
   EXPECT_FALSE(LoadSnapShot(m, ""));
   ExpectSameHeld(m, *before);
-  ASSERT_EQ(host.boxes.size(), 3U);
-  EXPECT_EQ(host.boxes[0].text, Path("none.tvs") + ": No such file or directory");
-  EXPECT_EQ(host.boxes[1].text, folder.string() + ": it is a directory");
-  EXPECT_EQ(host.boxes[2].text, ": No such file or directory");
-  for (const auto& box : host.boxes) EXPECT_EQ(box.title, "Error");
+  ASSERT_EQ(host.messages.size(), 3U);
+  EXPECT_EQ(host.messages[0].text, Path("none.tvs") + ": No such file or directory");
+  EXPECT_EQ(host.messages[1].text, folder.string() + ": it is a directory");
+  EXPECT_EQ(host.messages[2].text, ": No such file or directory");
+  for (const auto& box : host.messages) EXPECT_EQ(box.title, "Error");
   EXPECT_TRUE(Names().empty());
 }
 
@@ -238,10 +238,10 @@ TEST_F(SnapshotTest, WhatFollowsTheLayoutIsNotLookedAt) {
   Bytes file = FileOf(m);
   file.resize(kSize + 100'000, 0xEE);
   WriteAll("a.tvs", file);
-  const auto other = std::make_unique<Machine>(host);
+  TestMachine other;
   EXPECT_TRUE(LoadSnapShot(*other, Path("a.tvs")));
   ExpectSameHeld(m, *other);
-  EXPECT_TRUE(host.boxes.empty());
+  EXPECT_TRUE(host.messages.empty());
 }
 
 // Every length from the bare name on past the CRTC, and some in the memory: a field comes from the file when
@@ -249,14 +249,14 @@ TEST_F(SnapshotTest, WhatFollowsTheLayoutIsNotLookedAt) {
 TEST_F(SnapshotTest, ACutFileGivesTheFieldsThatAreWhole) {
   Fill(m, 1);
   const Bytes file = FileOf(m);
-  const auto older = std::make_unique<Machine>(host);
+  TestMachine older;
   Fill(*older, 2);
   older->z80.Halted = 1;
   std::vector<size_t> lengths = {1000, 100'000, kSize - 1};
   for (size_t length = 10; length <= kMemory + 2; ++length) lengths.push_back(length);
   for (const size_t length : lengths) {
     SCOPED_TRACE(length);
-    const auto got = std::make_unique<Machine>(*older);
+    const auto got = CopyOf(*older);
     EXPECT_EQ(ApplySnapshot(*got, std::span(file).first(length)), SnapshotResult::CutShort);
     const auto whole = [&](size_t offset, size_t size) { return offset + size <= length; };
     for (const Number& n : Numbers()) {
@@ -296,10 +296,10 @@ TEST_F(SnapshotTest, AFailedSaveKeepsTheOldFileAndIsTold) {
   }
   ExpectBox(Path("a.tvs"), "File too large");
   EXPECT_EQ(ReadAll("a.tvs"), (Bytes{1, 2, 3}));
-  host.boxes.clear();
+  host.messages.clear();
   EXPECT_FALSE(SaveSnapshot(m, Path("a.tvs/b")));
   ExpectBox(Path("a.tvs/b.tvs"), "Not a directory");
-  host.boxes.clear();
+  host.messages.clear();
   {
     const ReadOnlyFolder readOnly(folder);
     EXPECT_FALSE(SaveSnapshot(m, Path("a")));

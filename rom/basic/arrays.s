@@ -2,7 +2,7 @@
         .include "memory.inc"
         .include "errors.inc"
         .include "basic.inc"
-        .globl  array_element, st_dim
+        .globl  array_element, st_dim, times
         .text
 
 ; C = marker of an array, DE = its name. HL = address of the element, DE behind the closing bracket. An array
@@ -65,6 +65,7 @@ element2:
         jr      nz,element_bad
         ld      b,h
         ld      c,l
+        ld      (INDEX),hl
         add     hl,hl
         add     hl,bc
         pop     bc                      ; the elements
@@ -73,9 +74,18 @@ element2:
         pop     hl
         cp      TK_ASTR
         jr      z,element4
+        jr      nc,element5
         add     hl,hl
 element4:
         add     hl,bc
+        ret
+element5:                               ; twice the number, of which HL is three times
+        ld      de,(INDEX)
+        or      a
+        sbc     hl,de
+        add     hl,bc
+        ld      de,(SCANTEXT)
+        inc     de
         ret
 element3:
         cp      ','
@@ -90,6 +100,8 @@ count_subscripts:
 count1: call    skip_token
         or      a
         jp      z,syntax_error
+        cp      TK_AINT
+        jr      z,count_open
         cp      TK_TEXT
         jr      nc,count2
         cp      TK_ANUM
@@ -149,6 +161,9 @@ make_array:
         cp      TK_ANUM
         jr      z,array1
         ld      e,3
+        cp      TK_ASTR
+        jr      z,array1
+        dec     e
 array1: ld      hl,DIMSIZES
         push    bc
 array2: call    times
@@ -196,6 +211,8 @@ st_dim: ld      a,(de)
         cp      TK_ANUM
         jr      z,dim1
         cp      TK_ASTR
+        jr      z,dim1
+        cp      TK_AINT
         jr      nz,dim_syntax
 dim1:   ld      c,a
         push    de

@@ -5,6 +5,7 @@
         .include "memory.inc"
         .include "errors.inc"
         .include "basic.inc"
+        .globl  word_value
         .globl  eval, eval_value, eval_done, eval_text, ev_mixed, type_error, syntax_error, expr_room, jump_hl
         .text
 
@@ -60,7 +61,8 @@ eval_done:
         push    bc
         sub     TK_OR
         cp      14
-        jp      nc,syntax_error
+        jr      nc,ev_later
+ev_operator:
         ld      c,a
         add     a,a
         add     a,c
@@ -82,6 +84,23 @@ eval_done:
         push    hl
         ld      h,a
         ld      l,c
+        ld      a,(de)                  ; 0 to 10 on the right, and no operator to go first
+        sub     TK_SMALL
+        cp      11
+        jr      nc,ev_right
+        ld      c,a
+        inc     de
+        ld      a,(de)
+        cp      b
+        jr      nc,ev_right_back
+        ld      b,0
+        ld      (FACC + 1),bc
+        ex      (sp),hl
+        or      a
+        ret                             ; as below
+ev_right_back:
+        dec     de
+ev_right:
         push    hl
         call    eval_value
         jp      nc,type_error
@@ -92,6 +111,26 @@ eval_done:
         pop     hl
         ex      (sp),hl
         ret                             ; HL = left, BC = right, FACC = right, CF = 0
+
+; A later operator, if B lets it through, or the end of the value. A = token - TK_OR.
+ev_later:
+        sub     TK_XOR - TK_OR
+        ld      h,TK_OR
+        jr      z,ev_later1
+        ld      h,TK_MOD
+        jr      c,ev_later2
+ev_later1:
+        add     a,14
+        ld      l,a
+        ld      a,h
+        cp      b
+        ld      a,l
+        jr      nc,ev_operator
+ev_later2:
+        pop     bc
+        dec     de
+        scf
+        ret
 
 ; The routine for whole numbers sends what it can't do to the one for all, whose address stands in front of it.
 ev_right_real:
@@ -127,7 +166,7 @@ ev_mixed:
 ev_mixed_back:
         pop     de
         pop     bc
-        jr      eval_done
+        jp      eval_done
 
 ev_left_real:
         ld      hl,(FACC + 4)
@@ -213,7 +252,7 @@ ev_other:
         jr      syntax_error
 ev_bracket:
         cp      ')'
-        jr      z,eval_text
+        jp      z,eval_text
         jr      syntax_error
 
 ev_marker:
@@ -222,8 +261,8 @@ ev_marker:
         jr      c,ev_var
         cp      TK_HEX - 1
         jr      z,ev_word
-        ex      de,hl
-        jr      nc,syntax_error         ; TK_NUM from here
+        jr      nc,ev_whole
+        ex      de,hl                   ; TK_NUM
         push    bc
         ld      de,FACC
         ld      bc,6
@@ -240,11 +279,39 @@ ev_word:
         ex      de,hl
         jp      ev_int
 
+; A = marker - 1 of an integer variable or element.
+ev_whole:
+        inc     a
+        ld      c,a
+        cp      TK_AINT
+        push    bc
+        jr      z,ev_whole2
+        jp      nc,syntax_error
+        call    find_var
+        pop     bc
+        jr      nc,ev_whole1
+        call    skip_name
+        xor     a
+        jr      ev_small
+ev_whole1:
+        inc     hl
+        jr      ev_whole3
+ev_whole2:
+        call    expr_room
+        call    array_element
+        pop     bc
+ev_whole3:
+        ld      a,(hl)
+        inc     hl
+        ld      h,(hl)
+        ld      l,a
+        jp      ev_int
+
 ; A = marker - 1 of a variable or text constant.
 ev_var: or      a
-        jr      z,syntax_error          ; TK_VNUM was taken above: 0 is the end of the line
+        jp      z,syntax_error          ; TK_VNUM was taken above: 0 is the end of the line
         cp      TK_LINE - 1
-        jr      z,syntax_error
+        jp      z,syntax_error
         cp      TK_TEXT - 1
         jr      z,ev_constant
         inc     a
@@ -295,6 +362,12 @@ eval_text:
         or      a
         ret
 ev_text1:
+        cp      TK_DEF
+        jr      c,ev_text2
+        cp      TK_XOR
+        ccf
+        ret     nc                      ; a value behind it
+ev_text2:
         inc     de
         push    bc
         call    str_push
@@ -330,13 +403,13 @@ ev_concat:
 ev_token:
         call    expr_room
         cp      TK_MINUS
-        jr      z,ev_minus
+        jp      z,ev_minus
         cp      TK_PLUS
         jp      z,eval_value
         sub     TK_NOT
         jp      c,syntax_error
         cp      TK_OR - TK_NOT
-        jp      nc,syntax_error
+        jr      nc,ev_token2
         push    bc
         ld      c,a
         ld      b,0
@@ -352,8 +425,46 @@ ev_token:
         jr      nc,ev_function
         jp      (hl)                    ; takes its arguments itself, ends at function_num or function_str
 
+; Later functions, from FN on; all take their arguments themselves.
+ev_token2:
+        sub     TK_FN - TK_NOT
+        jp      c,syntax_error
+        cp      TK_LCASE + 1 - TK_FN
+        jp      nc,syntax_error
+        push    bc
+        ld      c,a
+        ld      b,0
+        ld      hl,functions2
+        add     hl,bc
+        add     hl,bc
+        ld      a,(hl)
+        inc     hl
+        ld      h,(hl)
+        ld      l,a
+        jp      (hl)
+
+; PI, IN or TIME (A) may be a variable by now: then its value, for the expression whose B is on the stack. Comes back
+; otherwise. Keeps DE.
+word_value:
+        ld      l,a
+        ld      a,(SHADOWS)
+        or      a
+        ret     z
+        ld      a,l
+        push    de
+        call    word_name
+        call    find_var
+        pop     de
+        ret     c
+        pop     bc
+        pop     bc
+        jp      ev_load
+
 ; A function of one value; brackets are not demanded.
 ev_function:
+        cp      TK_IN - TK_NOT
+        jr      z,ev_in
+ev_function4:
         push    hl
         push    bc
         ld      b,0xFF
@@ -381,6 +492,14 @@ ev_function3:
         pop     de
         pop     bc
         jp      eval_text
+ev_in:  push    hl
+        pop     ix
+        ld      a,TK_IN
+        call    word_value
+        push    ix
+        pop     hl
+        ld      c,TK_IN - TK_NOT
+        jr      ev_function4
 ev_type:
         jp      type_error
 

@@ -31,7 +31,9 @@ fn_not: ld      b,TK_LE
 fn_type:
         jp      type_error
 
-fn_pi:  push    de
+fn_pi:  ld      a,TK_PI
+        call    word_value
+        push    de
         call    fp_pi
         jr      number_de
 
@@ -87,6 +89,8 @@ fn_pos: call    opt_arg
 
 ; TIME: units of 20 ms since the start.
 fn_time:
+        ld      a,TK_TIME
+        call    word_value
         push    de
         di
         ld      hl,(TICKS)

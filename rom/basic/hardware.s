@@ -3,7 +3,7 @@
         .include "errors.inc"
         .include "basic.inc"
         .globl  st_cls, st_graphics, st_ink, st_paper, st_palette, st_border, st_plot, st_draw, st_circle, st_paint
-        .globl  st_locate, st_sound, st_beep, st_poke, st_out, st_call, st_load, st_save, st_verify, point_arg
+        .globl  st_locate, st_sound, st_beep, st_poke, st_out, st_call, st_load, st_save, st_verify, point_arg, half
         .text
 
 st_cls: push    de
@@ -259,7 +259,7 @@ st_call:
 st_load:
         call    tape_name
         call    must_end
-        call    keep_sum
+        ext     keep_sum
         ld      a,1
         ld      (LOADING),a
         ld      hl,(RAMTOP)
@@ -277,12 +277,14 @@ st_load:
         ld      (PROGEND),hl
         xor     a
         ld      (LOADING),a
-        call    check_program
+        ext     check_program
         jp      ready
 load_failed:
         push    af
-        call    compare_sum
-        call    nz,new_program          ; overwritten
+        ext     compare_sum
+        jr      z,load_kept
+        ext     new_program             ; overwritten
+load_kept:
         call    clear
         ld      h,a
         ld      l,a

@@ -29,13 +29,38 @@ line_number:
         ex      de,hl
         ret
 
-; HL = address of the line with number HL, else error. Searched from the present line on if it can be there.
-; Changes A, BC, DE.
+; HL = address of the line with number HL, else error. It is searched for only once, from the present line on if it
+; can be there. Changes A, BC, DE.
 target: ex      de,hl
+        ld      a,e
+        rrca
+        xor     d
+        add     a,a
+        add     a,a
+        ld      l,a
+        ld      h,PLACES >> 8
+        ld      a,(hl)
+        inc     l
+        cp      e
+        jr      nz,target1
+        ld      a,(hl)
+        cp      d
+        jr      nz,target1
+        inc     l
+        ld      a,(hl)
+        inc     l
+        ld      h,(hl)
+        ld      l,a
+        inc     h
+        dec     h
+        ret     nz
+        ld      hl,PLACES + 1
+target1:
+        push    hl
         ld      hl,(CURLINE)
         ld      a,h
         or      l
-        jr      z,target1
+        jr      z,target2
         inc     hl
         ld      a,(hl)
         inc     hl
@@ -44,12 +69,27 @@ target: ex      de,hl
         sbc     a,d
         dec     hl
         dec     hl
-        jr      c,target2
-target1:
-        ld      hl,(PROGSTART)
+        jr      c,target3
 target2:
+        ld      hl,(PROGSTART)
+target3:
         call    find_from
-        ret     z
+        jr      nz,target_none
+        ld      b,h
+        ld      c,l
+        pop     hl
+        ld      (hl),d
+        dec     l
+        ld      (hl),e
+        inc     l
+        inc     l
+        ld      (hl),c
+        inc     l
+        ld      (hl),b
+        ld      h,b
+        ld      l,c
+        ret
+target_none:
         raise   E_LINE
 
 ; HL = first line with a number of at least DE, Z if it is DE's; or the end of the program, NZ. Changes A, BC.
@@ -106,7 +146,7 @@ gosub_line:
         inc     hl
         ld      (CSP),hl
         pop     hl
-        jr      goto_line
+        jp      goto_line
 
 ; Room for A bytes on the control stack, else error: HL = CSP. Keeps BC, DE.
 ctl_room:
@@ -198,7 +238,10 @@ if_syntax:
         jp      syntax_error
 
 ; ON number GOTO or GOSUB line, ...: the next statement if there is no such.
-st_on:  call    eval_byte
+st_on:  ld      a,(de)
+        cp      TK_ERROR
+        jp      z,on_error
+        call    eval_byte
         ld      c,a
         ld      a,(de)
         inc     de

@@ -99,4 +99,37 @@ keywords:
         .ascii  "\252"          ; *
         .ascii  "\257"          ; /
         .ascii  "\336"          ; ^
+        .ascii  "DE\306"        ; DEF
+        .ascii  "DEFIN\324"     ; DEFINT
+        .ascii  "DEFST\322"     ; DEFSTR
+        .ascii  "DEFDB\314"     ; DEFDBL
+        .ascii  "DEFSN\307"     ; DEFSNG
+        .ascii  "RANDOMIZ\305"  ; RANDOMIZE
+        .ascii  "LIN\305"       ; LINE
+        .ascii  "SWA\320"       ; SWAP
+        .ascii  "LPRIN\324"     ; LPRINT
+        .ascii  "ERAS\305"      ; ERASE
+        .ascii  "TRO\316"       ; TRON
+        .ascii  "TROF\306"      ; TROFF
+        .ascii  "OPTIO\316"     ; OPTION
+        .ascii  "ERRO\322"      ; ERROR
+        .ascii  "RESUM\305"     ; RESUME
+        .ascii  "LLIS\324"      ; LLIST
+        .ascii  "AUT\317"       ; AUTO
+        .ascii  "USIN\307"      ; USING
+        .ascii  "F\316"         ; FN
+        .ascii  "STRING\244"    ; STRING$
+        .ascii  "INPUT\244"     ; INPUT$
+        .ascii  "TIME\322"      ; TIMER
+        .ascii  "TIME\244"      ; TIME$
+        .ascii  "INST\322"      ; INSTR
+        .ascii  "ER\322"        ; ERR
+        .ascii  "ER\314"        ; ERL
+        .ascii  "CSRLI\316"     ; CSRLIN
+        .ascii  "SPACE\244"     ; SPACE$
+        .ascii  "FI\330"        ; FIX
+        .ascii  "UCASE\244"     ; UCASE$
+        .ascii  "LCASE\244"     ; LCASE$
+        .ascii  "XO\322"        ; XOR
+        .ascii  "\334"          ; \
         .byte   0

@@ -96,6 +96,8 @@ list_marker:
         cp      TK_TEXT
         jp      z,list_text
         jp      c,list_name
+        cp      TK_VINT
+        jp      nc,list_name
         push    af
         cp      TK_NUM
         jr      z,list_number
@@ -215,10 +217,18 @@ name1:  ld      a,(de)
         call    out
         bit     7,b
         jr      z,name1
-        bit     0,c                     ; TK_VSTR, TK_ASTR are even
-        ld      a,'$'
-        call    z,out
         ld      a,c
+        cp      TK_VINT
+        ld      b,'%'
+        jr      nc,name2
+        bit     0,c                     ; TK_VSTR, TK_ASTR are even
+        ld      b,'$'
+        jr      nz,name3
+name2:  ld      a,b
+        call    out
+name3:  ld      a,c
+        cp      TK_VINT
+        jp      z,list_line
         cp      TK_ANUM
         ld      a,'('
         call    nc,out
@@ -227,11 +237,7 @@ name1:  ld      a,(de)
 ; Keyword A.
 list_word:
         ld      c,a
-        cp      TK_POW + 1
-        ld      a,'#'                   ; no token
-        jp      nc,list_sign
-        ld      a,c
-        cp      TK_PLUS                 ; words between blanks: statements to STEP, NOT, OR, AND, MOD
+        cp      TK_PLUS                 ; words between blanks: statements to STEP, NOT, OR, AND, MOD, XOR
         jr      nc,word1
         cp      TK_LE
         jr      nc,word_sign
@@ -245,6 +251,21 @@ list_word:
         jr      word2
 word1:  cp      TK_MOD
         jr      z,word_blank
+        cp      TK_XOR
+        jr      z,word_blank
+        jr      nc,word_sign
+        cp      TK_DEF
+        jr      c,word_sign
+        cp      TK_FN
+        jr      c,word_blank
+        call    blank_between
+        call    out_word
+        ld      a,c
+        cp      TK_FN
+        jp      nz,list_line
+        ld      a,'('                   ; its name follows at once
+        ld      (LASTCHAR),a
+        jp      list_line
 word_sign:
         call    blank_due
 word2:  call    out_word

@@ -7,25 +7,28 @@
 
 ; FOR variable = start TO limit [STEP step]. A loop of the same variable that is still open in this subroutine
 ; is given up, with all that was begun in it.
-st_for: ld      a,(de)
-        inc     de
-        dec     a
-        jr      nz,for_syntax
-        call    simple_num
+st_for: call    for_variable
+        ld      (FORKIND),a
         expect  TK_EQ
         push    hl
-        call    eval_num
+        call    for_number
         pop     hl
         push    hl
+        ld      a,(FORKIND)
+        or      a
+        jr      nz,for3
         call    num_store
-        pop     bc
+        jr      for4
+for3:   inc     hl
+        call    value_store
+for4:   pop     bc
         push    bc
         call    find_for
         call    z,drop_for
         ld      a,CTL_FOR
         call    ctl_room
         expect  TK_TO
-        call    eval_num
+        call    for_number
         ld      hl,(CSP)
         ld      bc,8
         add     hl,bc
@@ -35,7 +38,7 @@ st_for: ld      a,(de)
         cp      TK_STEP
         jr      nz,for1
         inc     de
-        call    eval_num
+        call    for_number
         jr      for2
 for1:   call    fp_fromint
 for2:   ld      hl,(CSP)
@@ -54,9 +57,23 @@ for2:   ld      hl,(CSP)
         ld      (CSP),hl
         push    hl
         pop     ix
-        pop     hl
-        call    fp_load                ; the first value
-        call    for_over
+        ld      a,(FORKIND)
+        or      a
+        jr      z,for5
+        ld      (ix-6),a                ; it must stay a small integer
+for5:   pop     hl
+        ld      a,(hl)                  ; the first value
+        or      a
+        jr      nz,for6
+        inc     hl
+        ld      a,(hl)
+        inc     hl
+        ld      h,(hl)
+        ld      l,a
+        call    fp_fromint
+        jr      for7
+for6:   call    fp_load
+for7:   call    for_over
         ret     nc
         call    drop_for
         ld      bc,TK_FOR*256 + TK_NEXT
@@ -65,6 +82,37 @@ for2:   ld      hl,(CSP)
         jp      next_more
 for_syntax:
         jp      syntax_error
+
+; A number for the loop: a small integer if its variable is one.
+for_number:
+        call    eval_num
+        ld      a,(FORKIND)
+        or      a
+        jp      nz,facc_round
+        ret
+
+; The variable at DE: HL = its address, A = 0, or 2 for an integer one.
+for_variable:
+        ld      a,(de)
+        inc     de
+        dec     a
+        jp      z,simple_num_0
+        cp      TK_VINT - 1
+        jr      z,for_int
+        add     a,a
+        jr      nc,for_syntax
+        dec     de
+        call    lvalue                  ; a word that is a variable
+        xor     a
+        ret
+for_int:
+        call    simple_int
+        ld      a,2
+        ret
+simple_num_0:
+        call    simple_num
+        xor     a
+        ret
 
 ; The record that ends at IX is dropped, with all above it. Changes HL; keeps BC.
 drop_for:
@@ -120,17 +168,27 @@ st_next:
         ld      bc,0
         ld      a,(de)
         dec     a
-        jr      nz,next1
+        jr      nz,next4
         inc     de
         call    simple_num
-        ld      b,h
+next5:  ld      ix,(CSP)                ; most often that of the innermost loop
+        ld      a,(ix-1)
+        cp      CTL_FOR
+        jr      nz,next7
+        ld      a,(ix-19)
+        cp      l
+        jr      nz,next7
+        ld      a,(ix-18)
+        cp      h
+        jr      z,next8
+next7:  ld      b,h
         ld      c,l
 next1:  call    find_for
         jr      nz,next_none
         ld      (CSP),ix
-        ld      l,(ix-19)
+next10: ld      l,(ix-19)
         ld      h,(ix-18)
-        ld      a,(hl)
+next8:  ld      a,(hl)
         or      (ix-17)
         or      (ix-11)
         jr      nz,next_real
@@ -179,11 +237,30 @@ next_more:
         ret     nz
         inc     de
         jr      st_next
+next4:  cp      TK_VINT - 1
+        jr      z,next6
+        inc     a
+        jp      m,next9
+        ld      ix,(CSP)                ; no variable: the innermost loop
+        ld      a,(ix-1)
+        cp      CTL_FOR
+        jr      nz,next1
+        jr      next10
+next9:  push    de
+        call    word_name
+        pop     de
+        ld      bc,0
+        jr      nz,next1
+next6:  call    for_variable
+        jp      next5
 next_none:
         raise   E_NEXT
 
 next_overflow:
         pop     de
+        ld      a,(ix-6)
+        or      a
+        jp      nz,fp_overflow
 next_real:
         push    de
         ld      l,(ix-19)
@@ -253,7 +330,10 @@ block2: cp      c
 block_close:
         ld      a,(de)                  ; NEXT with its variables
         dec     a
+        jr      z,block4
+        cp      TK_VINT - 1
         jr      nz,block3
+block4:
         inc     de
         call    skip_name
 block3: ld      hl,DIMCOUNT

@@ -37,6 +37,10 @@ operators:
         .word   int_div
         .byte   TK_POW + 1
         .word   int_pow
+        .byte   TK_OR                   ; XOR
+        .word   int_xor
+        .byte   TK_MUL                  ; \
+        .word   int_idiv
 
         .word   fp_add
 int_add:
@@ -54,11 +58,11 @@ int_sub:
         adc     hl,bc
         ld      bc,int_sub
         jp      ev_mixed
-        .word   op_mod
+        .word   fp_mod
 int_mod:
         ld      a,b
         or      c
-        jr      z,int_div               ; the error
+        jp      z,int_div               ; the error
         push    de
         ld      d,b                     ; signs
         ld      e,h
@@ -98,25 +102,77 @@ mod4:   bit     7,d
         call    nz,negate
 mod5:   pop     de
         jr      int_done
-negate: xor     a
-        sub     l
-        ld      l,a
-        sbc     a,a
-        sub     h
-        ld      h,a
-        ret
         .word   fp_mul
 int_mul:
+        push    bc
+        push    hl
+        push    de
+        ld      a,h
+        xor     b
+        ld      (NUMTEMP),a             ; sign
+        bit     7,h
+        call    nz,negate
+        ex      de,hl
+        ld      h,b
+        ld      l,c
+        bit     7,h
+        call    nz,negate
+        ld      a,h                     ; one factor must have one byte
+        or      a
+        ld      a,l
+        jr      z,mul1
+        ld      a,d
+        or      a
+        jr      nz,mul_long
+        ld      a,e
+        ex      de,hl
+mul1:   call    mul_8
+        or      a
+        jr      nz,mul_long
+        bit     7,h
+        jr      nz,mul_long
+        ld      a,(NUMTEMP)
+        rla
+        call    c,negate
+        pop     de
+        pop     bc
+        pop     bc
+        jr      int_done
+mul_long:
+        pop     de
+        pop     hl
+        pop     bc
         ld      bc,int_mul
         jp      ev_mixed
         .word   fp_div
 int_div:
-        ld      bc,int_div
-        jp      ev_mixed
+        ld      a,b
+        or      c
+        jr      z,div_zero
+        push    de
+        call    int_quotient
+        pop     de
+        pop     bc
+        jp      eval_done
+div_zero:
+        raise   E_DIVISION
         .word   fp_pow
 int_pow:
         ld      bc,int_pow
         jp      ev_mixed
+        .word   op_idiv
+int_idiv:
+        ld      bc,int_idiv
+        jp      ev_mixed
+        .word   op_xor
+int_xor:
+        ld      a,h
+        xor     b
+        ld      h,a
+        ld      a,l
+        xor     c
+        ld      l,a
+        jr      int_done
         .word   op_or
 int_or: ld      a,h
         or      b
@@ -210,6 +266,35 @@ op_case:
 to_fromint:
         jp      fp_fromint
 
+; The quotient of both operands rounded to whole numbers, without its fraction.
+op_idiv:
+        push    hl
+        call    idiv_round
+        ld      hl,NUMTEMP
+        call    num_store
+        pop     hl
+        call    fp_load
+        call    idiv_round
+        ld      hl,LEFTNUM
+        call    num_store
+        ld      hl,NUMTEMP
+        call    fp_load
+        ld      hl,LEFTNUM
+        call    fp_div
+        jp      fp_fix
+idiv_round:
+        ld      hl,half
+        call    fp_add
+        jp      fp_int
+
+op_xor: call    op_words
+        ld      a,h
+        xor     d
+        ld      h,a
+        ld      a,l
+        xor     e
+        ld      l,a
+        jr      to_fromint
 op_or:  call    op_words
         ld      a,h
         or      d
@@ -246,16 +331,3 @@ facc_int:
         ret     nc
 bad_value:
         raise   E_QUANTITY
-
-; x MOD y = x - y*INT(x/y): has the sign of y.
-op_mod: push    hl
-        ld      hl,NUMTEMP
-        call    num_store
-        pop     hl
-        push    hl
-        call    fp_div
-        call    fp_int
-        ld      hl,NUMTEMP
-        call    fp_mul
-        pop     hl
-        jp      fp_sub

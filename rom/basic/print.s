@@ -2,7 +2,8 @@
         .include "memory.inc"
         .include "errors.inc"
         .include "basic.inc"
-        .globl  st_print, st_input, st_read, st_restore, print_string, new_row, item_overflow
+        .globl  st_print, st_input, st_read, st_restore, st_lprint, st_llist, st_line
+        .globl  screen_out, print_string, new_row, item_overflow
         .text
 
 ; PRINT: ; stays, a comma goes to the next column that is a multiple of 16, TAB(column), SPC(number).
@@ -14,10 +15,12 @@ print1: ld      a,(de)
         jr      z,print2
         cp      ','
         jr      z,print_zone
+        cp      TK_USING
+        jp      z,print_using
         sub     TK_TAB
         jr      z,print_tab
         dec     a
-        jr      z,print_spc
+        jp      z,print_spc
         call    eval
         jr      c,print_number
         call    print_string
@@ -41,17 +44,51 @@ print_number:
         jr      z,number1
         rst     RST_OUT
 number1:
-        call    con_str
+        call    out_str
         ld      a,' '
         rst     RST_OUT
         pop     de
         jr      st_print
 
+; PRINT USING text; values
+print_using:
+        inc     de
+        call    eval_str
+        call    str_push
+        expect  ';'
+        xor     a
+        ld      (USINGAT),a
+using1: call    at_end
+        jr      z,using_end
+        cp      ';'
+        jr      z,using2
+        cp      ','
+        jr      z,using2
+        call    eval
+        sbc     a,a                     ; 255: a number
+        push    de
+        ext     using_value
+        pop     de
+        jr      using1
+using2: inc     de
+        call    at_end
+        jr      nz,using1
+        scf
+using_end:                              ; CF = 1: stay in the row
+        push    af
+        push    de
+        ext     using_rest
+        pop     de
+        call    str_pop
+        pop     af
+        ret     c
+        jr      print_line
+
 print_zone:
         inc     de
 zone1:  ld      a,' '
         rst     RST_OUT
-        call    con_column
+        call    out_column
         and     15
         jr      nz,zone1
         jr      print3
@@ -59,6 +96,9 @@ zone1:  ld      a,' '
 print_tab:
         inc     de
         call    print_arg
+        ld      a,(PRINTING)
+        or      a
+        jr      nz,tab3                 ; the printer's rows have no end
         call    con_width
         ld      b,a
         ld      a,c
@@ -66,7 +106,7 @@ tab1:   sub     b
         jr      nc,tab1
         add     a,b
         ld      c,a
-        call    con_column
+tab3:   call    out_column
         ld      b,a
         ld      a,c
         sub     b
@@ -81,7 +121,7 @@ print_spc:
 spaces: inc     c
 spaces1:
         dec     c
-        jr      z,st_print
+        jp      z,st_print
         ld      a,' '
         rst     RST_OUT
         jr      spaces1
@@ -92,6 +132,47 @@ print_arg:
         call    eval_byte
         ld      c,a
         expect  ')'
+        ret
+
+; The text at HL, ended by 0, to the screen or printer. Changes AF, HL.
+out_str:
+        ld      a,(PRINTING)
+        or      a
+        jp      z,con_str
+out_str1:
+        ld      a,(hl)
+        inc     hl
+        or      a
+        ret     z
+        rst     RST_OUT
+        jr      out_str1
+
+; A = column of screen or printer. Changes F.
+out_column:
+        ld      a,(PRINTING)
+        or      a
+        ld      a,(PRINTCOL)
+        ret     nz
+        jp      con_column
+
+; LPRINT and LLIST: PRINT and LIST with the characters to the printer.
+st_lprint:
+        call    printer_out
+        call    st_print
+; Characters to the screen again. Keeps all but AF, HL.
+screen_out:
+        ld      hl,OUT_SCREEN
+        xor     a
+        jr      out_to
+st_llist:
+        call    printer_out
+        call    st_list
+        jr      screen_out
+printer_out:
+        ld      hl,OUT_PRINTER
+        ld      a,1
+out_to: ld      (RST_OUT + 1),hl
+        ld      (PRINTING),a
         ret
 
 ; The string value to the screen. Keeps DE.
@@ -113,7 +194,7 @@ new_row:
         call    con_column
         or      a
         ret     z
-        jr      print_line
+        jp      print_line
 
 ; INPUT ["text" ; or ,] variable, ...: with a comma no question mark is printed.
 st_input:
@@ -155,6 +236,10 @@ input4: call    item
         ld      a,b                     ; another one wanted
         or      a
         jr      nz,input4
+        ld      hl,LINEBUF              ; Enter alone serves all of them
+        ld      a,(hl)
+        or      a
+        jr      z,input4
         jr      input_again
 input5: ld      a,b
         or      a
@@ -165,8 +250,7 @@ input_again:
         ld      de,(INPUTTEXT)
         jr      input1
 input_break:
-        ld      de,(INPUTTEXT)
-        dec     de
+        ld      de,(STATEMENT)
         call    break_at
         raise   E_BREAK
 input_direct:
@@ -174,6 +258,44 @@ input_direct:
 input_syntax:
         jp      syntax_error
 again:  .asciz  "Again, please\r"
+
+; LINE INPUT ["text" ; or ,] string variable: all that is typed, without a question mark.
+st_line:
+        expect  TK_INPUT
+        ld      hl,(CURLINE)
+        ld      a,h
+        or      l
+        jr      z,input_direct
+        ld      a,(de)
+        cp      TK_TEXT
+        jr      nz,line1
+        call    eval
+        call    print_string
+        ld      a,(de)
+        inc     de
+        cp      ','
+        jr      z,line1
+        cp      ';'
+        jr      nz,input_syntax
+line1:  push    de
+        call    con_part
+        pop     de
+        jr      c,input_break
+        call    lvalue
+        or      a
+        jp      nz,assign_type
+        push    hl
+        ld      hl,LINEBUF
+        ld      (SADDR),hl
+line2:  ld      a,(hl)
+        inc     l
+        or      a
+        jr      nz,line2
+        dec     l
+        ld      a,l
+        ld      (SLEN),a
+        pop     hl
+        jp      str_assign
 
 ; READ variable, ...
 st_read:
@@ -230,15 +352,25 @@ restore1:
 ; CF = 1 if it is no number, but ought to be, or if it goes on behind its end.
 item:   push    hl
         call    lvalue
+        ld      (ITEMKIND),a
+        or      a
         ex      (sp),hl                 ; HL = text, stack: address of the value
-        jr      nc,item_string
+        jr      z,item_string
         push    de
         ld      a,(ITEMEND)
         or      a
         jr      nz,item_parse
+        ld      a,(LINEBUF)
+        or      a
+        jr      z,item_kept
         ld      (PARSESP),sp            ; an overflow comes back to item_overflow
 item_parse:
         call    parse_signed
+        jr      c,item_parsed
+        ld      a,(ITEMKIND)
+        dec     a
+        call    nz,facc_round
+        or      a
 item_parsed:
         ld      de,0
         ld      (PARSESP),de
@@ -247,8 +379,14 @@ item_parsed:
         call    item_end
         jr      nz,item_bad
         ex      (sp),hl
-        call    num_store
+        ld      a,(ITEMKIND)
+        call    value_store
         pop     hl
+        or      a
+        ret
+item_kept:                              ; Enter alone: a number stays what it was
+        pop     de
+        pop     bc
         ret
 item_overflow:
         ld      sp,hl

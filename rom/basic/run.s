@@ -5,30 +5,40 @@
         .include "errors.inc"
         .include "basic.inc"
         .globl  run_next, run_line, run_from, at_end, skip_token, skip_rest, run_syntax
+        .globl  skip_statement
         .globl  st_end, st_stop, st_cont, st_run, st_rem, st_data, break_at, run_statement
         .text
 
 ; Goes on behind a statement.
 run_next:
-        ld      a,(BREAKKEY)
-        or      a
-        jr      nz,run_break
         ld      a,(de)
         inc     de
         or      a
         jr      z,run_line
         cp      ':'
+        jr      nz,run_behind
+        ld      a,(BREAKKEY)
+        or      a
         jr      z,run_statement
+run_break:
+        dec     de
+        jp      st_stop
+run_behind:
         cp      TK_ELSE                 ; the end of what THEN began
         jr      z,run_skip
         cp      TK_QUOTE
-        jr      nz,run_syntax
+        jp      nz,run_syntax
 run_skip:
         call    st_rem
         jr      run_next
 
 ; The line at DE (its length byte).
 run_line:
+        ld      hl,BREAKKEY
+        ld      a,(TRACE)
+        or      (hl)
+        jr      nz,run_watch
+run_line1:
         ld      a,(de)
         or      a
         jr      z,run_end
@@ -39,15 +49,17 @@ run_line:
 
 ; The statement at DE.
 run_statement:
+        ld      (STATEMENT),de
         ld      a,(de)
         inc     de
         add     a,a
         jr      nc,run_plain
+        ld      hl,statements
         cp      2*(TK_THEN - 0x80)
-        jr      nc,run_syntax
+        jr      nc,run_other
+run_word:
         ld      c,a
         ld      b,0
-        ld      hl,statements
         add     hl,bc
         ld      a,(hl)
         inc     hl
@@ -57,11 +69,46 @@ run_statement:
         push    bc
         jp      (hl)
 
+; A break key, or TRON: shows the number of the line.
+run_watch:
+        ld      a,(hl)
+        or      a
+        jr      nz,run_break
+        ld      a,(de)
+        or      a
+        jr      z,run_end
+        push    de
+        ld      a,'['
+        rst     RST_OUT
+        ld      h,d
+        ld      l,e
+        call    line_out
+        ld      a,']'
+        rst     RST_OUT
+        pop     de
+        jr      run_line1
+
+; A later keyword, MID$( that takes something, or a word used as a variable. A = twice the token.
+run_other:
+        sub     2*(TK_DEF - 0x80)
+        jr      c,run_value
+        ld      hl,statements2
+        cp      2*(TK_USING - TK_DEF)
+        jr      c,run_word
+run_syntax2:
+        jp      syntax_error
+run_value:
+        add     a,2*(TK_DEF - TK_MID)
+        ld      hl,run_next
+        push    hl
+        jp      z,st_mid
+        jp      assign_other
+
 ; No keyword: a variable, a blank, or nothing. A = twice the token.
 run_plain:
         jr      z,run_empty
         rrca
-        cp      TK_TEXT
+        cp      TK_SMALL
         jr      nc,run_plain1
         ld      hl,run_next
         push    hl
@@ -70,10 +117,10 @@ run_plain1:
         cp      ' '
         jr      z,run_statement
         cp      ':'
-        jr      nz,run_syntax
+        jr      nz,run_syntax2
 run_empty:
         dec     de
-        jr      run_next
+        jp      run_next
 
 run_syntax:
         jp      syntax_error
@@ -90,7 +137,6 @@ st_end: ld      hl,0
 
 ; STOP, and the break key: CONT goes on from DE.
 st_stop:
-run_break:
         call    break_at
         raise   E_BREAK
 
@@ -156,6 +202,9 @@ skip_token:
         ret     z
         cp      TK_TEXT
         jr      c,skip_variable
+        cp      TK_VINT
+        jr      nc,skip_variable
+        cp      TK_TEXT
         ld      hl,1
         jr      z,skip_constant
         inc     hl
@@ -217,6 +266,21 @@ at_end: ld      a,(de)
         cp      TK_ELSE
         ret
 
+; DE to the end of the statement. Changes A, HL.
+skip_statement:
+        call    at_end
+        ret     z
+        call    skip_token
+        jr      skip_statement
+
+st_tron:
+        ld      a,1
+        jr      troff1
+st_troff:
+        xor     a
+troff1: ld      (TRACE),a
+        ret
+
 ; Statements in the order of their tokens, from 0x80.
 statements:
         .word   st_end, st_for, st_next, st_dim, st_read, st_input, st_let, st_if
@@ -225,3 +289,8 @@ statements:
         .word   st_plot, st_draw, st_circle, st_paint, st_locate, st_sound, st_beep, st_poke
         .word   st_out, st_call, st_load, st_save, st_verify, st_data, st_rem, st_rem
         .word   st_goto, st_gosub, st_run, st_restore, st_list, st_delete, st_rem
+; And from TK_DEF.
+statements2:
+        .word   st_def, skip_statement, st_defstr, skip_statement, skip_statement, st_randomize, st_line, st_swap
+        .word   st_lprint, st_erase, st_tron, st_troff, skip_statement, st_error, st_resume, st_llist
+        .word   st_auto

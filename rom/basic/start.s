@@ -3,8 +3,8 @@
         .include "errors.inc"
         .include "basic.inc"
         .globl  basic_start, basic_error, basic_char, basic_rst, ready, raise_error, raise_long
-        .globl  st_new, st_delete, st_list, st_renum, new_program, check_program, decimal, raise_syntax
-        .globl  keep_sum, compare_sum, must_end
+        .globl  st_new, st_delete, st_list, st_renum, decimal, raise_syntax
+        .globl  line_out, must_end
         .text
 
 ; From the system, A = 0 after a cold start, 1 after a warm one: then the program stays, as far as its lines are
@@ -19,14 +19,16 @@ basic_start:
         ld      a,(hl)
         ld      (hl),0
         or      a
-        call    nz,compare_sum
+        jr      z,start1
+        ext     compare_sum
         jr      nz,no_program
-        call    check_program
+start1:
+        ext     check_program
         jr      ready
 
 st_new: call    must_end
 no_program:
-        call    new_program
+        ext     new_program
 
 ; The prompt. Everything that ends a program comes here.
 ready:  ld      sp,STACKTOP
@@ -36,33 +38,52 @@ ready:  ld      sp,STACKTOP
         call    new_row
         ld      hl,prompt
         call    con_str
-ready1: call    keep_sum
+ready1: ext     keep_sum
 ready_wait:
-        call    con_line
-        ld      a,0
+        ld      hl,(AUTOSTEP)
+        ld      a,h
+        or      l
+        jr      z,ready3
+        call    new_row
+        ld      hl,(AUTOLINE)
+        call    con_number
+        ld      a,' '
+        rst     RST_OUT
+        xor     a                       ; the number counts too
+        call    con_from
+        jr      ready4
+ready3: call    con_line
+ready4: ld      a,0
         ld      (BREAKKEY),a
         jr      c,ready_break
         ld      hl,(PROGEND)            ; a program may have been put there meanwhile
         ld      de,(ENDCOPY)
         or      a
         sbc     hl,de
-        call    z,compare_sum
-        call    nz,check_program
+        jr      nz,ready5
+        ext     compare_sum
+        jr      z,ready6
+ready5: ext     check_program
+ready6:
         ld      hl,LINEBUF
 ready2: ld      a,(hl)
         inc     hl
         cp      ' '
         jr      z,ready2
         or      a
-        jr      z,ready_wait
+        jr      z,ready_break
         dec     hl
         sub     '0'
         cp      10
         jr      c,ready_line
+        ld      bc,0                    ; the end of AUTO
+        ld      (AUTOSTEP),bc
         ext     tokenise
         ld      de,TOKENBUF + 3
         jp      run_statement
 ready_break:
+        ld      hl,0
+        ld      (AUTOSTEP),hl
         call    new_row
         jr      ready_wait
 
@@ -71,7 +92,24 @@ ready_line:
         call    decimal
         jr      c,long_number
         ld      (TOKENBUF + 1),de
-        ld      a,(hl)
+        ld      bc,(AUTOSTEP)
+        ld      a,b
+        or      c
+        jr      z,line2
+        ex      de,hl
+        add     hl,bc
+        ld      (AUTOLINE),hl
+        ex      de,hl
+        jr      c,line3
+        ld      a,(hl)                  ; nothing but the number ends AUTO
+        or      a
+        jr      nz,line2
+        ld      (AUTOSTEP),a
+        ld      (AUTOSTEP + 1),a
+        jp      ready1
+line3:  ld      bc,0                    ; the last possible one
+        ld      (AUTOSTEP),bc
+line2:  ld      a,(hl)
         cp      ' '
         jr      nz,line1
         inc     hl
@@ -79,8 +117,8 @@ line1:  ext     tokenise                ; E = length of the line
         ld      a,e
         ld      (TOKENBUF),a
         ext     list_length
-        call    enter_line
-        jr      ready1
+        ext     enter_line
+        jp      ready1
 long_number:
         jp      syntax_error
 
@@ -160,108 +198,20 @@ decimal2:
         jr      nc,decimal1
         ret
 
-; The line in TOKENBUF replaces one of the same number, or goes to its place, or, without tokens, just takes
-; the old one away. When there is no room all stays as it was. Changes all.
-enter_line:
-        call    check_program           ; a broken chain would move anything anywhere
-        ld      de,(TOKENBUF + 1)
-        call    find_line
-        ld      bc,0
-        jr      nz,enter1
-        ld      c,(hl)
-enter1: push    hl                      ; place
-        push    bc                      ; length of the old line
-        ld      a,(TOKENBUF)
-        ld      e,a
-        ld      d,b
-        ld      hl,(PROGEND)
-        sbc     hl,bc                   ; CF is 0
-        add     hl,de
-        inc     h                       ; 256 bytes for variables
-        ld      de,(RAMTOP)
-        sbc     hl,de
-        jr      c,enter2
-        cp      5
-        jp      nc,memory_error
-enter2: pop     bc
-        pop     de
-        ld      h,d
-        ld      l,e
-        add     hl,bc
-        push    de
-        ld      a,c
-        or      a
-        call    nz,close_gap
-        pop     hl
-        ld      a,(TOKENBUF)
-        cp      5
-        jp      c,clear
-        ld      c,a
-        ld      b,0
-        push    hl                      ; place
-        ld      hl,(PROGEND)
-        push    hl
-        add     hl,bc
-        ld      (PROGEND),hl
-        ex      de,hl                   ; DE = new end
-        pop     hl                      ; old end
-        pop     bc
-        push    bc
-        push    hl
-        or      a
-        sbc     hl,bc
-        ld      b,h
-        ld      c,l
-        pop     hl
-        dec     hl
-        dec     de
-        lddr
-        pop     de
-        ld      hl,TOKENBUF
-        ld      c,(hl)
-        ld      b,0
-        ldir
-        jp      clear
-
-; The program's bytes from HL on move down to DE. Changes all.
-close_gap:
-        ld      b,h
-        ld      c,l
-        ld      hl,(PROGEND)
-        or      a
-        sbc     hl,bc
-        push    hl
-        ld      h,b
-        ld      l,c
-        pop     bc
-        ldir
-        ld      (PROGEND),de
-        ret
-
-; DELETE from-to
+; DELETE from-to: one of them at least.
 st_delete:
-        call    at_end
-        jr      z,delete_none
+        ld      a,(de)
+        cp      TK_MINUS
+        jr      nz,delete1
+        inc     de
+        ld      a,(de)
+        dec     de
+delete1:
+        cp      TK_LINE
+        jr      nz,delete_none
         call    line_range
         call    must_end
-        call    check_program
-        ld      de,(RANGELOW)
-        call    find_line
-        push    hl
-        ld      de,(RANGEHIGH)
-        inc     de
-        ld      a,d
-        or      e
-        ld      hl,(PROGEND)
-        dec     hl
-        call    nz,find_line
-        pop     de
-        push    hl
-        or      a
-        sbc     hl,de
-        pop     hl
-        call    nc,close_gap
-        call    clear
+        ext     delete_lines
         jp      ready
 delete_none:
         jp      syntax_error
@@ -269,6 +219,7 @@ delete_none:
 ; LIST [from][-to]
 st_list:
         call    line_range
+        call    must_end
         push    de
         ext     list_program
         pop     de
@@ -276,27 +227,8 @@ st_list:
 
 ; RENUM [start [, step]]
 st_renum:
-        ld      hl,10
-        ld      (RANGELOW),hl
-        ld      (RANGEHIGH),hl
-        call    at_end
-        jr      z,renum1
-        int_arg
-        ld      (RANGELOW),hl
-        ld      a,(de)
-        cp      ','
-        jr      nz,renum1
-        inc     de
-        int_arg
-        ld      (RANGEHIGH),hl
-renum1: call    must_end
-        call    check_program
-        ext     renumber
-        jr      c,renum_bad
-        call    clear
+        ext     renum_command
         jp      ready
-renum_bad:
-        raise   E_QUANTITY
 
 ; RANGELOW, RANGEHIGH from nothing, n, n-, -m or n-m at DE.
 line_range:
@@ -323,129 +255,6 @@ range1: ld      a,(de)
 range2: ld      (RANGEHIGH),hl
         ret
 
-; A program that came from outside, or may be damaged: it ends before the first line that has less than 4 bytes,
-; goes on behind PROGEND or does not end with a 0; a length of 0 follows. None at all if the pointers are no
-; good. Then as clear. Changes all but DE.
-check_program:
-        push    de
-        ld      hl,(PROGSTART)
-        ld      de,PROGRAM
-        or      a
-        sbc     hl,de
-        jr      nz,check_none
-        ld      hl,(PROGEND)
-        ld      b,h
-        ld      c,l                     ; BC = end
-        sbc     hl,de
-        jr      c,check_none
-        ld      hl,(RAMTOP)
-        scf
-        sbc     hl,bc                   ; the final 0 may be missing
-        jr      c,check_none
-        ex      de,hl
-check1: ld      d,h                     ; HL = DE = line
-        ld      e,l
-        or      a
-        sbc     hl,bc
-        jr      nc,check2
-        ld      a,(de)
-        cp      4
-        jr      c,check2
-        ld      l,a
-        ld      h,0
-        add     hl,de
-        jr      c,check2
-        scf
-        sbc     hl,bc
-        jr      nc,check2               ; it may end at PROGEND
-        adc     hl,bc                   ; CF is 1
-        dec     hl
-        ld      a,(hl)
-        inc     hl
-        or      a
-        jr      z,check1
-check2: ex      de,hl
-        ld      (hl),0
-        inc     hl
-        ld      (PROGEND),hl
-        pop     de
-        jp      clear
-check_none:
-        pop     de
-
-; An empty program.
-new_program:
-        ld      hl,PROGRAM
-        ld      (PROGSTART),hl
-        ld      (hl),0
-        inc     hl
-        ld      (PROGEND),hl
-        jp      clear
-
-; PROGSUM = sum of the program's bytes. Changes all but DE.
-keep_sum:
-        call    program_sum
-        ld      (PROGSUM),hl
-        ret
-; Z when the sum is still PROGSUM. Changes all but DE.
-compare_sum:
-        call    program_sum
-        ld      bc,(PROGSUM)
-        or      a
-        sbc     hl,bc
-        ret
-; HL = sum of the program's bytes, in which their order matters too: L is turned at each byte, H adds it up at
-; each fourth. 23 T-states a byte. Changes AF, BC.
-program_sum:
-        push    de
-        ld      hl,(PROGEND)
-        ld      de,(PROGSTART)
-        or      a
-        sbc     hl,de
-        ex      de,hl                   ; HL = program, DE = bytes
-        ld      a,e
-        and     15
-        ld      b,a
-        ld      c,4                     ; DE = groups of 16
-sum1:   srl     d
-        rr      e
-        dec     c
-        jr      nz,sum1
-        inc     b
-        xor     a
-        jr      sum3
-sum2:   add     a,(hl)
-        rlca
-        inc     hl
-        push    af
-        add     a,c
-        ld      c,a
-        pop     af
-sum3:   djnz    sum2
-        jr      sum5
-sum4:
-        .rept   4
-        .rept   4
-        add     a,(hl)
-        rlca
-        inc     hl
-        .endr
-        ld      b,a
-        add     a,c
-        ld      c,a
-        ld      a,b
-        .endr
-        dec     de
-sum5:   ld      b,a
-        ld      a,d
-        or      e
-        ld      a,b
-        jr      nz,sum4
-        ld      l,a
-        ld      h,c
-        pop     de
-        ret
-
 ; The error A. The others are called from the extension ROM: a line too long in tokens, a number too large.
 raise_syntax:
         ld      a,E_SYNTAX
@@ -464,6 +273,10 @@ basic_error:
         ld      sp,STACKTOP
         ld      hl,PENDING
         ld      (STRTOP),hl
+        call    screen_out
+        ld      l,h                     ; H is 0
+        ld      (AUTOSTEP),hl
+        call    trap_error
         call    new_row
         ld      a,(ERRORCODE)
         ext     print_error
@@ -475,12 +288,7 @@ basic_error:
         ld      hl,in_line
         call    con_str
         pop     hl
-        inc     hl
-        ld      a,(hl)
-        inc     hl
-        ld      h,(hl)
-        ld      l,a
-        call    con_number
+        call    line_out
         ld      a,(ERRORCODE)
         cp      E_BREAK
         jr      z,error2
@@ -493,6 +301,14 @@ error2: ld      a,13
         xor     a
         ld      (BREAKKEY),a
         jp      ready
+; The number of the line at HL to the screen. Changes everything.
+line_out:
+        inc     hl
+        ld      a,(hl)
+        inc     hl
+        ld      h,(hl)
+        ld      l,a
+        jp      con_number
 in_line:
         .asciz  " in "
 

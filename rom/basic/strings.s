@@ -7,7 +7,7 @@
         .include "memory.inc"
         .include "errors.inc"
         .include "basic.inc"
-        .globl  str_push, str_pop, str_alloc, str_assign, str_concat, str_compare, str_take, str_buffer
+        .globl  str_push, str_pop, str_alloc, str_assign, str_concat, str_compare, str_take, str_buffer, copy_value
         .text
 
 ; SLEN, SADDR are kept among the pending strings. Keeps A, BC, DE.

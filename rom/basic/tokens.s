@@ -8,6 +8,28 @@
 ; direct line. E = length from TOKENBUF to the first 0. A line too long is an error. Changes everything.
 tokenise:
         ld      de,TOKENBUF + 3
+        push    hl
+        ld      hl,(PROGSTART)          ; does the program begin with OPTION CRUNCH?
+        ld      a,(hl)
+        or      a
+        jr      z,crunch2
+        inc     hl
+        inc     hl
+        inc     hl
+        ld      a,(hl)
+        cp      TK_OPTION
+        jr      nz,crunch1
+        inc     hl
+        inc     hl
+        ld      a,(hl)
+        cp      'C'
+crunch1:
+        ld      a,0
+        jr      nz,crunch2
+        inc     a
+crunch2:
+        ld      (CRUNCH),a
+        pop     hl
         xor     a
         ld      (LINEREFS),a
 token1: ld      a,(hl)                  ; blanks in front are kept
@@ -93,13 +115,21 @@ token_word:
         jr      z,token_rest
         cp      TK_MINUS
         jp      z,token2
-        cp      TK_GOTO
+        cp      TK_OPTION
+        jr      nz,word1
+        ld      a,0                     ; what is behind may look like keywords
+        ld      (CRUNCH),a
+word1:  cp      TK_AUTO + 1
+        jr      nc,word2
+        cp      TK_RESUME
+        jr      nc,word3
+word2:  cp      TK_GOTO
         call    c,no_lines
         jp      c,token2
         cp      TK_THEN + 1
         call    nc,no_lines
         jp      nc,token2
-        ld      a,1
+word3:  ld      a,1
         ld      (LINEREFS),a
         jp      token2
 
@@ -236,6 +266,11 @@ token_hex:
         push    de
         ld      de,0
         inc     hl
+        ld      a,(hl)
+        and     0xDF
+        cp      'H'                     ; &H is & too
+        jr      nz,hex1
+        inc     hl
 hex1:   ld      a,(hl)
         call    upper
         call    is_digit
@@ -263,23 +298,47 @@ hex3:   ld      b,d
         call    put
         jr      number3
 
-; A name: letter, letters and digits, then $ and bracket.
+; A name: letter, letters, digits and points, then $ or % and bracket; ! and # are dropped.
 token_name:
         call    no_lines
         ld      c,TK_VNUM
         push    hl
 name1:  inc     hl
         ld      a,(hl)
+        cp      '.'
+        jr      z,name1
         call    upper
-        call    is_letter
-        jr      c,name1
         call    is_digit
         jr      c,name1
-        ld      b,l                     ; end of the letters
-        cp      '$'
-        jr      nz,name2
-        inc     c
+        call    is_letter
+        jr      nc,name0
+        ld      a,(CRUNCH)
+        or      a
+        jr      z,name1
+        push    hl
+        push    bc
+        call    keyword
+        pop     bc
+        pop     hl
+        jr      nc,name1
+        xor     a
+name0:  ld      b,l                     ; end of the letters
+        cp      '!'
+        jr      z,name6
+        cp      '#'
+        jr      z,name6
         inc     hl
+        cp      '$'
+        jr      z,name7
+        ld      c,TK_VINT
+        cp      '%'
+        jr      z,name2
+        dec     hl
+        ld      c,TK_VNUM
+        jr      name2
+name7:  inc     c
+        jr      name2
+name6:  inc     hl
 name2:  push    hl
         dec     hl
 name3:  inc     hl
@@ -288,8 +347,11 @@ name3:  inc     hl
         jr      z,name3
         cp      '('
         jr      nz,name4
+        inc     c                       ; TK_VINT is next to TK_AINT, the others two away
+        bit     3,c
+        jr      nz,name8
         inc     c
-        inc     c
+name8:
         pop     af
         inc     hl
         push    hl
@@ -312,9 +374,11 @@ name5:  ld      a,(hl)
         pop     hl
         jp      token2
 
-; Keyword at HL: CF = 1, A = token, HL behind it. Otherwise CF = 0. Keeps DE. Changes BC.
+; Keyword at HL, the longest that fits: CF = 1, A = token, HL behind it. Otherwise CF = 0. Keeps DE. Changes BC.
 keyword:
         push    de
+        xor     a
+        ld      (KEYTOKEN),a
         ld      de,keywords
         ld      c,0x80
 keyword1:
@@ -339,23 +403,49 @@ keyword3:
 keyword4:
         pop     hl
         inc     c
+        jr      z,keyword5
         ld      a,(de)
         or      a
         jr      nz,keyword1
+keyword5:
         pop     de
-        ld      a,(hl)
+        ld      a,(KEYTOKEN)
         or      a
+        ld      a,(hl)
+        ret     z
+        ld      a,(KEYTOKEN)
+        ld      hl,(KEYEND)
+        scf
         ret
-; All its characters are there, B the last. A word must end here, except that a number may follow some.
+; All its characters are there, B the last. A word must end here, except that a number may follow some, a name FN,
+; anything REM, or all words but three when names end at keywords.
 keyword_end:
         ld      a,b
         call    is_letter
         jr      nc,keyword_yes
+        ld      a,c
+        cp      TK_REM
+        jr      z,keyword_yes
+        cp      TK_FN
+        jr      z,keyword_yes
+        ld      a,(CRUNCH)
+        or      a
+        ld      a,c
+        jr      z,keyword6
+        cp      TK_PI
+        jr      z,keyword6
+        cp      TK_IN
+        jr      z,keyword6
+        cp      TK_TIME
+        jr      nz,keyword_yes
+keyword6:
         ld      a,(hl)
         call    upper
         call    is_letter
         jr      c,keyword4
         cp      '$'
+        jr      z,keyword4
+        cp      '%'
         jr      z,keyword4
         call    is_digit
         jr      nc,keyword_yes
@@ -365,11 +455,22 @@ keyword_end:
         cp      TK_STEP + 1
         jr      nc,keyword4
 keyword_yes:
-        pop     af
+        ld      a,(KEYTOKEN)
+        or      a
+        jr      z,keyword7
+        push    de
+        ld      de,(KEYEND)
+        or      a
+        sbc     hl,de
+        add     hl,de
         pop     de
+        jr      c,keyword4
+        jr      z,keyword4
+keyword7:
+        ld      (KEYEND),hl
         ld      a,c
-        scf
-        ret
+        ld      (KEYTOKEN),a
+        jr      keyword4
 
 ; A to the line of tokens. Keeps everything but DE.
 put:    ld      (de),a

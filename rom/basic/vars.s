@@ -8,7 +8,8 @@
         .include "errors.inc"
         .include "basic.inc"
         .globl  clear, find_var, make_var, simple_num, lvalue, st_clear, st_assign, st_let
-        .globl  need_memory, memory_error, skip_name
+        .globl  need_memory, memory_error, skip_name, assign_other, value_store, facc_round, word_name, simple_int
+        .globl  make_var, assign_type
         .text
 
 ; No variables, strings, loops, subroutines; DATA from the start; CONT impossible. Changes all but DE.
@@ -17,17 +18,22 @@ clear:  ld      hl,(PROGEND)
         ld      (VAREND),hl
         ld      hl,(RAMTOP)
         ld      (HEAPLOW),hl
-        ld      hl,LETTERS              ; and CHAINS, whole: a program from outside may have any names
+        ld      hl,LETTERS              ; CHAINS and PLACES too, whole: a program from outside may have any names
         xor     a
 clear1: ld      (hl),a
         inc     l
         jr      nz,clear1
         inc     h
-        bit     1,h
-        jr      z,clear1
+        ld      a,h
+        cp      (PLACES >> 8) + 1
+        ld      a,l
+        jr      c,clear1
         ld      h,a
         ld      l,a
         ld      (OLDTEXT),hl
+        ld      (ERRLINE),hl
+        ld      (ERRSTATE),a
+        ld      (SHADOWS),a
         ld      (TEMPLEN),a
         ld      (SLEN),a
         ld      hl,(PROGSTART)
@@ -42,11 +48,16 @@ clear1: ld      (hl),a
         ld      (CSP),hl
         ret
 
-; CLEAR [address]: the address becomes the end of BASIC's memory.
+; CLEAR [address]: the address becomes the end of BASIC's memory; below the program it is no address.
 st_clear:
         call    at_end
         jp      z,clear
         int_arg
+        ld      bc,-PROGRAM             ; room for strings that other machines ask for
+        push    hl
+        add     hl,bc
+        pop     hl
+        jp      nc,clear
         push    hl
         ld      bc,(PROGEND)
         inc     b                       ; at least 256 bytes
@@ -234,39 +245,93 @@ simple_long:
         ld      a,TK_VNUM
         jr      make_var
 
-; The variable or array element at DE (marker) to be given a value: HL = its address, CF = 1 if numeric.
-; Made if it was not there. Changes A, BC.
+; An integer variable: HL = its value, with the 0 in front that makes a number of it.
+simple_int:
+        ld      c,TK_VINT
+        call    find_var
+        ret     nc
+        ld      bc,3
+        ld      a,TK_VINT
+        jp      make_var
+
+; The variable or array element at DE (marker) to be given a value: HL = its address, A = 0 string, 1 number,
+; 2 whole number of two bytes. Made if it was not there. Changes F, BC.
 lvalue: ld      a,(de)
         inc     de
         cp      TK_VSTR
         jr      z,lvalue_str
         jr      c,lvalue_num
         cp      TK_TEXT
-        jr      nc,lvalue_bad
+        jr      nc,lvalue_other
+lvalue_array:
         ld      c,a
         push    bc
         call    array_element
         pop     bc
-        ld      a,c
-        cp      TK_ASTR
+        ld      a,c                     ; TK_ANUM, TK_ASTR, TK_AINT
+        cp      TK_AINT
+        jr      z,lvalue_two
+        and     1
         ret
 lvalue_str:
         ld      c,a
         call    find_var
+        ld      a,0
         ret     nc
         ld      bc,3
         ld      a,TK_VSTR
         call    make_var
-        or      a
+        xor     a
         ret
 lvalue_num:
         or      a
         jr      z,lvalue_bad
         call    simple_num
-        scf
+lvalue_one:
+        ld      a,1
         ret
+lvalue_other:
+        cp      TK_VINT
+        jr      c,lvalue_bad
+        jr      nz,lvalue_word
+        call    simple_int
+        inc     hl
+lvalue_two:
+        ld      a,2
+        ret
+; A word that is a variable from now on.
+lvalue_word:
+        cp      TK_AINT
+        jr      z,lvalue_array
+        push    de
+        call    word_name
+        jr      nz,lvalue_bad
+        ld      a,1
+        ld      (SHADOWS),a
+        call    simple_long
+        pop     de
+        jr      lvalue_one
 lvalue_bad:
         jp      syntax_error
+
+; The name of PI, IN or TIME as a variable: DE, C = its marker; NZ if A is none of them. Keeps A, B.
+word_name:
+        ld      c,TK_VNUM
+        ld      de,name_pi
+        cp      TK_PI
+        ret     z
+        ld      de,name_in
+        cp      TK_IN
+        ret     z
+        ld      de,name_time
+        cp      TK_TIME
+        ret
+name_pi:
+        .ascii  "P\311"
+name_in:
+        .ascii  "I\316"
+name_time:
+        .ascii  "TIM\305"
 
 ; [LET] variable = value. The most frequent case, a numeric variable, goes first.
 st_let: ld      a,(de)
@@ -283,7 +348,6 @@ st_assign:
         push    hl
         call    eval
         jr      nc,assign_type
-assign_num:
         pop     hl
         jp      num_store
 assign_other:
@@ -295,14 +359,54 @@ assign_other:
         call    eval
         jr      c,assign1
         pop     af
-        jr      c,assign_type
+        or      a
+        jr      nz,assign_type
         pop     hl
         jp      str_assign
 assign1:
         pop     af
-        jr      c,assign_num
+        pop     hl
+        dec     a
+        jp      z,num_store
+        inc     a
+; The value in FACC to HL, A as lvalue gives it. Keeps BC, DE.
+value_store:
+        or      a
+        jr      z,assign_type
+        dec     a
+        jp      z,num_store
+        call    facc_round
+        push    de
+        ex      de,hl
+        ld      hl,(FACC + 1)
+        ex      de,hl
+        ld      (hl),e
+        inc     hl
+        ld      (hl),d
+        inc     hl
+        pop     de
+        ret
 assign_type:
         jp      type_error
+
+; FACC becomes the nearest small integer, or an overflow. Keeps BC, DE, HL.
+facc_round:
+        ld      a,(FACC)
+        or      a
+        ret     z
+        push    hl
+        push    de
+        push    bc
+        ld      hl,half
+        call    fp_add
+        call    fp_int
+        pop     bc
+        pop     de
+        pop     hl
+        ld      a,(FACC)
+        or      a
+        ret     z
+        raise   E_OVERFLOW
 
 ; DE behind the name at DE. Changes A.
 skip_name:

@@ -186,11 +186,16 @@ fp_norm:
         exx
         jp      p,3b
 
-; FACC = P rounded by its guard bits C, exponent D, sign in E's bit 7; P's top bit is 1.
+; FACC = P rounded by its guard bits C, exponent D, sign in E's bit 7; P's top bit is 1. Half-way goes to the
+; even number.
 fp_round:
-        bit     7,c
+        ld      a,c
+        add     a,a
+        jr      nc,fp_pack
+        jr      nz,2f
+        bit     0,l
         jr      z,fp_pack
-        inc     l
+2:      inc     l
         jr      nz,fp_pack
         inc     h
         jr      nz,fp_pack
@@ -296,7 +301,8 @@ unpack_q:
         or      1
         ret
 
-; Q shifted right by B bits, the last 8 of those shifted out in C. Changes A, B.
+; Q shifted right by B bits, the last 8 of those shifted out in C, whose bit 0 also stands for what is lost behind.
+; Changes A, B.
 shift_q:
         ld      a,b
         cp      48
@@ -306,8 +312,12 @@ shift_q:
         jr      c,3f
         sub     8                       ; a byte; beyond the mark by 3 bits at most
         ld      b,a
+        ld      a,c
+        or      a
         ld      c,e
-        ld      e,d
+        jr      z,5f
+        set     0,c
+5:      ld      e,d
         exx
         ld      a,e
         ld      e,d
@@ -340,7 +350,9 @@ shift_q:
         rr      d
         rr      e
         rr      c
-        djnz    4b
+        jr      nc,5f
+        set     0,c
+5:      djnz    4b
         ret
 6:      xor     a                       ; nothing is left
         ld      c,a

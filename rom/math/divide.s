@@ -1,6 +1,6 @@
 ; Division, and the return to small integers.
         .include "math/math.inc"
-        .globl  fp_div, fp_tidy
+        .globl  fp_div, fp_tidy, int_quotient, negate
         .text
 
 ; FACC = number at HL / FACC. An integer quotient of two small integers is a small integer.
@@ -154,14 +154,14 @@ div_round:
         adc     hl,hl
         adc     a,a
         exx
-        jr      c,2f
+        jr      c,div_up
         sbc     hl,de
         exx
         sbc     hl,de
         sbc     a,c
         exx
         jr      c,div_pack
-2:      ld      hl,FACC + 5
+div_up: ld      hl,FACC + 5
         ld      b,5
 3:      inc     (hl)
         jr      nz,div_pack
@@ -184,4 +184,108 @@ div_pack:
         or      0x7F
         and     (hl)
         ld      (hl),a
+        ret
+
+; FACC = HL / BC, both small integers; BC is not 0, and FACC a small integer. In 16 bits, as long as there is a rest.
+int_quotient:
+        ld      a,h
+        xor     b
+        ld      (FSIGN),a
+        bit     7,b
+        jr      z,1f
+        xor     a
+        sub     c
+        ld      c,a
+        sbc     a,a
+        sub     b
+        ld      b,a
+1:      bit     7,h
+        call    nz,negate
+        ex      de,hl                   ; DE = dividend, then the quotient, HL = rest
+        ld      hl,0
+        ld      a,16
+        inc     d
+        dec     d
+        jr      nz,2f
+        ld      d,e
+        ld      e,l
+        ld      a,8
+2:      sla     e                       ; zeros in front
+        rl      d
+        jr      c,4f
+        dec     a
+        jr      nz,2b
+        jr      6f                      ; 0 / BC
+3:      sla     e
+        rl      d
+4:      adc     hl,hl
+        sbc     hl,bc
+        jr      nc,5f
+        add     hl,bc
+        dec     a
+        jr      nz,3b
+        jr      6f
+5:      inc     e
+        dec     a
+        jr      nz,3b
+6:      ld      a,h
+        or      l
+        jr      nz,7f
+        ex      de,hl                   ; no rest
+        ld      a,(FSIGN)
+        rla
+        jr      nc,1f
+        call    negate
+        jr      2f
+1:      bit     7,h
+        jp      nz,fp_fromuint          ; 32768
+2:      ld      (FACC + 1),hl
+        ret
+
+7:      ld      a,144                   ; a float: bits behind the point until the top bit is 1
+        jr      9f
+8:      dec     a
+        add     hl,hl
+        sbc     hl,bc
+        jr      nc,1f
+        add     hl,bc
+1:      ccf
+        rl      e
+        rl      d
+9:      bit     7,d
+        jr      z,8b
+        ld      (FEXP),a
+        ld      a,d
+        ld      d,e
+        ld      e,a
+        ld      (FACC + 1),de
+        ld      de,FACC + 3             ; then three bytes more
+1:      ld      a,h
+        or      l
+        jr      z,4f
+        ld      a,1
+2:      add     hl,hl
+        sbc     hl,bc
+        jr      nc,3f
+        add     hl,bc
+3:      ccf
+        rla
+        jr      nc,2b
+4:      ld      (de),a
+        inc     e
+        ld      a,e
+        cp      FACC_ENDLOW
+        jr      nz,1b
+        add     hl,hl
+        sbc     hl,bc
+        jp      nc,div_up
+        jp      div_pack
+
+; HL = -HL. Changes AF.
+negate: xor     a
+        sub     l
+        ld      l,a
+        sbc     a,a
+        sub     h
+        ld      h,a
         ret

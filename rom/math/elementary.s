@@ -1,20 +1,20 @@
-; Exponential, logarithm, angles, square root. In the extension ROM; the arithmetic is in the system ROM.
+; Exponential, logarithm, angles, square root.
 ; All change AF, BC, DE, HL and their alternates.
         .include "math/math.inc"
         .include "math/calculate.inc"
-        .globl  x_pi, x_sqr, x_exp, x_log, x_sin, x_cos, x_tan, x_atn
+        .globl  fp_pi, fp_sqr, fp_exp, fp_log, fp_sin, fp_cos, fp_tan, fp_atn
         .globl  calculate, exp_scaled, exp_beyond, log_parts, make_float, from_byte, shorten
-        .section .ext,"x"
+        .text
 
 ; FACC = pi.
-x_pi:   call    calculate
+fp_pi:   call    calculate
         .byte   LOAD + PIHALF, 0
         ld      hl,FACC
         inc     (hl)
         ret
 
 ; FACC = square root: three steps of Newton from a straight line through the top byte. Exact for squares.
-x_sqr:  sys     fp_sign
+fp_sqr:  call    fp_sign
         ret     z
         jp      m,bad_argument
         call    make_float
@@ -62,11 +62,11 @@ x_sqr:  sys     fp_sign
         .byte   STORE + X2, 0
         pop     bc
         djnz    2b
-        sys     fp_tidy
+        call    fp_tidy
         ret
 
 ; FACC = e ^ FACC.
-x_exp:  call    calculate
+fp_exp:  call    calculate
         .byte   STORE + X1, SUB + X1, STORE + X3, LOAD + X1, 0
         ld      hl,0
 
@@ -78,8 +78,8 @@ exp_scaled:
         jr      nc,1f                   ; 2048 or more
         call    calculate               ; n = nearest whole number of ln 2 in it
         .byte   MUL + LOG2E, ADD + HALF, 0
-        sys     fp_int
-        sys     fp_toint
+        call    fp_int
+        call    fp_toint
         pop     de
         add     hl,de
         push    hl
@@ -100,22 +100,22 @@ exp_scaled:
         or      a
         jr      z,2f
         ld      (FACC),a
-        sys     fp_tidy
+        call    fp_tidy
         ret
 1:      pop     hl
 
 ; The result for an exponent FACC that is far too large or too small.
 exp_beyond:
-        sys     fp_sign
+        call    fp_sign
         jp      p,3f
-2:      sys     fp_zero
+2:      call    fp_zero
         ret
 3:      raise   E_OVERFLOW
 bad_argument:
         raise   E_QUANTITY
 
 ; FACC = natural logarithm.
-x_log:  sys     fp_sign
+fp_log:  call    fp_sign
         jr      z,bad_argument
         jp      m,bad_argument
         call    log_parts
@@ -157,7 +157,7 @@ from_byte:
         rla
         sbc     a,a
         ld      h,a
-        sys     fp_fromint
+        call    fp_fromint
         ret
 
 ; FACC, if a small integer other than 0, becomes a float. A = its exponent.
@@ -165,70 +165,136 @@ make_float:
         ld      a,(FACC)
         or      a
         ret     nz
-        sys     fp_float
+        call    fp_float
         ld      a,(FACC)
         ret
 
-; FACC = sine: with n = nearest number of half turns and r = x - n * pi it is that of r, negative for odd n.
-x_sin:  call    angle
-        .byte   STORE + X1, MUL + PIINV, ADD + HALF, 0
-        sys     fp_int
-        call    calculate
-        .byte   STORE + X2, ADD + X2, 0
-        jr      sine
-
-; FACC = cosine: as sine, a quarter turn later.
-x_cos:  call    angle
-        .byte   STORE + X1, MUL + PIINV, 0
-        sys     fp_int
-        call    calculate
-        .byte   ADD + ONE, STORE + X2, ADD + X2, STORE + X0, LOAD + ONE, SUB + X0, 0
-
-; X1 = x, FACC = quarter turns to be taken off, X2 = half turns. pi / 2 comes in three parts of which the first
-; two have 24 bits: their products are exact.
-sine:   call    calculate
-        .byte   STORE + X0, MUL + PIHALFA, SUB + X1, STORE + X1
-        .byte   LOAD + X0, MUL + PIHALFB, SUB + X1, STORE + X1
-        .byte   LOAD + X0, MUL + PIHALFC, SUB + X1, STORE + X1
-        .byte   MUL + X1, POLY + P_SIN, MUL + X1, 0
-        ld      a,(FACC)
-        cp      129
-        call    nc,cut                  ; never above 1
-        call    calculate
-        .byte   STORE + X1, LOAD + X2, MUL + HALF, STORE + X2, 0
-        sys     fp_int
-        ld      hl,FT2
-        sys     fp_cmp
-        push    af
-        call    calculate
-        .byte   LOAD + X1, 0
+; FACC = sine, cosine: with n = nearest number of quarter turns and r = x - n * pi / 2 they are, by n, sine or cosine
+; of r, or the negative.
+fp_sin: call    quarters
+        jr      1f
+fp_cos: call    quarters
+        inc     a
+1:      push    af
+        call    quarter
         pop     af
+        and     2
         ret     z
-        sys     fp_neg
-        ret
-
-; An angle of 2^30 or more has no meaning any more. Goes on as calculate.
-angle:  ld      a,(FACC)
-        cp      159
-        jp      nc,bad_argument
-        jr      calculate
+        jp      fp_neg
 
 ; FACC = tangent.
-x_tan:  call    calculate
-        .byte   STORE + X3, 0
-        call    x_sin
+fp_tan: call    quarters
+        push    af
+        xor     a
+        call    quarter
         call    calculate
-        .byte   STORE + X5, LOAD + X3, 0
-        call    x_cos
+        .byte   STORE + X2, 0
         call    calculate
-        .byte   DIV + X5, 0
+        .byte   LOAD + X1, 0
+        ld      a,1
+        call    quarter
+        pop     af
+        rra
+        jr      c,1f
+        call    calculate
+        .byte   DIV + X2, 0
+        ret
+1:      call    calculate
+        .byte   STORE + X3, LOAD + X2, DIV + X3, 0
+        jp      fp_neg
+
+; FACC = X1 becomes its sine, or cosine for an odd A; |X1| <= pi / 4.
+quarter:
+        rra
+        jr      c,1f
+        call    calculate
+        .byte   MUL + X1, POLY + P_SIN, MUL + X1, 0
+        ret
+1:      call    calculate
+        .byte   MUL + X1, POLY + P_COS, 0
+        ret
+
+; The angle FACC less n quarter turns: X1, A = n in its low two bits. pi / 2 comes in two or three parts; the products
+; of n with all but the last are exact, as far as n fits. An angle of 2^30 or more has no meaning any more.
+quarters:
+        ld      a,(FACC)
+        cp      159
+        jp      nc,bad_argument
+        call    calculate
+        .byte   STORE + X1, 0
+        ld      a,(FACC)
+        dec     a                       ; an integer has 0 here
+        cp      127
+        ld      a,0
+        ret     c                       ; below one half
+        xor     a
+        ld      (FACC + 4),a            ; 24 bits suffice
+        ld      (FACC + 5),a
+        call    calculate
+        .byte   MUL + PI4INV, 0
+        call    fp_toint                ; eighths of a turn
+        jr      c,2f
+        ld      a,h
+        add     a,0x40
+        jp      m,2f
+        inc     hl
+        sra     h
+        rr      l
+        ld      a,l                     ; n
+        rla
+        sbc     a,a
+        xor     h
+        ld      a,l
+        push    af
+        call    fp_fromint
+        pop     af
+        jr      nz,3f
+        push    af
+        call    calculate
+        .byte   STORE + X0, MUL + PIHALFD, SUB + X1, STORE + X1
+        .byte   LOAD + X0, MUL + PIHALFE, SUB + X1, STORE + X1, 0
+        pop     af
+        ret
+
+2:      call    calculate
+        .byte   LOAD + X1, MUL + PI4INV, 0
+        ld      hl,FACC
+        dec     (hl)
+        call    calculate
+        .byte   ADD + HALF, 0
+        call    fp_int
+        call    calculate
+        .byte   STORE + X0, 0
+        ld      hl,FACC                 ; n less the nearest multiple of 4 below
+        call    make_float
+        dec     (hl)
+        dec     (hl)
+        call    fp_int
+        call    make_float
+        ld      hl,FACC
+        inc     (hl)
+        inc     (hl)
+        call    calculate
+        .byte   SUB + X0, 0
+        call    fp_toint
+        ld      a,l
+        push    af
+        call    calculate
+        .byte   LOAD + X0, 0
+        pop     af
+3:      push    af
+        call    calculate
+        .byte   STORE + X0, MUL + PIHALFA, SUB + X1, STORE + X1
+        .byte   LOAD + X0, MUL + PIHALFB, SUB + X1, STORE + X1
+        .byte   LOAD + X0, MUL + PIHALFC, SUB + X1, STORE + X1, 0
+        pop     af
         ret
 
 ; FACC = arc tangent: from 1 on by the reciprocal, from 1/4 on a twelfth of a turn less.
-x_atn:  sys     fp_sign
+fp_atn:  call    fp_sign
         ret     z
         push    af
-        sys     fp_abs
+        call    fp_abs
         call    make_float
         cp      129
         push    af                      ; CF = 0: reciprocal
@@ -254,7 +320,7 @@ x_atn:  sys     fp_sign
         .byte   SUB + PIHALF, 0
 4:      pop     af
         ret     p
-        sys     fp_neg
+        call    fp_neg
         ret
 
 ; FACC cut to 16 bits. Changes A.
@@ -282,62 +348,41 @@ calculate:
         jr      1b
 
 step:   ld      c,a
-        and     31
+        add     a,a
+        ld      l,a                     ; 6 times the value
+        add     a,a
+        and     31 * 4
+        ld      h,a
+        ld      a,l
+        and     31 * 2
+        add     a,h
         ld      l,a
         ld      h,0
-        ld      d,h
-        ld      e,l
-        add     hl,hl
-        add     hl,de
-        add     hl,hl
+        ld      a,c
+        and     31
         ld      de,FTEMP
         cp      VALUES
-        ld      a,c
         jr      c,1f
-        cp      POLY
-        jr      nc,polynomial
         ld      de,constants - 6 * VALUES
-        add     hl,de
-        ld      de,OPND                 ; the system ROM doesn't see this one
-        push    de
-        ld      bc,6
-        ldir
-        pop     hl
-        jr      2f
 1:      add     hl,de
-2:      and     0xE0
+        ld      a,c
         cp      ADD
         jr      c,3f
-        jr      z,4f
+        cp      SUB
+        jp      c,fp_add
         cp      MUL
-        jr      c,5f
-        jr      z,6f
-        sys     fp_div
-        ret
-3:      cp      STORE
-        jr      z,7f
-        sys     fp_load
-        ret
-4:      sys     fp_add
-        ret
-5:      sys     fp_sub
-        ret
-6:      sys     fp_mul
-        ret
-7:      sys     fp_store
-        ret
-
-polynomial:
-        ld      de,polynomials - 6 * VALUES
+        jp      c,fp_sub
+        cp      DIV
+        jp      c,fp_mul
+        cp      POLY
+        jp      c,fp_div
+        ld      de,6 * (LASTVALUE - VALUES)      ; the polynomials stand behind the constants
         add     hl,de
         ld      c,(hl)
         inc     hl
         ld      h,(hl)
         ld      l,c
-        ld      de,FPOLY
-        ld      bc,43
-        push    de
-        ldir
-        pop     hl
-        sys     fp_poly
-        ret
+        jp      fp_poly
+3:      cp      STORE
+        jp      nc,fp_store
+        jp      fp_load

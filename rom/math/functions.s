@@ -1,35 +1,14 @@
-; The functions' entries in the system ROM, and the polynomial.
+; Entries of functions that stand in the extension ROM, and the polynomial.
         .include "math/math.inc"
-        .globl  fp_pi, fp_sqr, fp_exp, fp_log, fp_sin, fp_cos, fp_tan, fp_atn, fp_rnd, fp_pow, fp_poly
+        .globl  fp_rnd, fp_mod, fp_poly
         .text
-
-; FACC = function of FACC. What a function can't take is E_QUANTITY.
-fp_pi:  ext     x_pi
-        ret
-fp_sqr: ext     x_sqr
-        ret
-fp_exp: ext     x_exp
-        ret
-fp_log: ext     x_log
-        ret
-fp_sin: ext     x_sin
-        ret
-fp_cos: ext     x_cos
-        ret
-fp_tan: ext     x_tan
-        ret
-fp_atn: ext     x_atn
-        ret
 
 ; FACC = a random number, above 0 and below 1.
 fp_rnd: ext     x_rnd
         ret
 
-; FACC = number at HL ^ FACC.
-fp_pow: ld      de,FT3
-        ld      bc,6
-        ldir
-        ext     x_pow
+; FACC = number at HL MOD FACC.
+fp_mod: ext     x_mod
         ret
 
 ; FACC = polynomial in FACC. HL -> its degree, then the coefficients from the highest power on.
@@ -43,7 +22,15 @@ fp_poly:
         call    fp_load
 1:      push    bc
         push    hl
-        ld      hl,FT0
+        ld      a,(FACC)                ; a small term needs less digits
+        cp      121
+        jr      nc,2f
+        cp      113
+        ld      a,0
+        ld      (FACC + 5),a
+        jr      nc,2f
+        ld      (FACC + 4),a
+2:      ld      hl,FT0
         call    fp_mul
         pop     hl
         push    hl

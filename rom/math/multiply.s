@@ -26,7 +26,32 @@ fp_mul:
 2:      add     a,127
         jp      c,fp_overflow
 3:      ld      b,a
+        ld      a,d                     ; a factor of at most 24 bits belongs into FACC: then nothing is lost
+        or      e
+        jr      nz,5f
+        ld      hl,(FACC + 4)
+        ld      a,h
+        or      l
+        jr      z,5f
+        ld      d,l
+        ld      e,h
+        ld      hl,0
+        ld      (FACC + 4),hl
+        exx
         ld      hl,FACC + 1
+        ld      a,(hl)
+        ld      (hl),c
+        ld      c,a
+        inc     hl
+        ld      a,(hl)
+        ld      (hl),d
+        ld      d,a
+        inc     hl
+        ld      a,(hl)
+        ld      (hl),e
+        ld      e,a
+        exx
+5:      ld      hl,FACC + 1
         ld      a,(hl)
         set     7,(hl)
         exx
@@ -36,32 +61,47 @@ fp_mul:
         ld      c,a
         push    bc
 
-; Byte by byte of FACC's mantissa, lowest first, Q is added to a sum that moves right. What the two lowest bytes
-; bring is so small that 24 bits of Q and of the sum are enough for them.
+; Byte by byte of FACC's mantissa, lowest first, Q is added to a sum that moves right. If there are more than three,
+; what the lowest bring is so small that 24 bits of Q and of the sum are enough for them.
+        ld      a,(FACC + 4)
+        ld      b,a
+        ld      hl,(FACC + 5)
+        ld      h,0
+        or      l
+        jr      z,7f
+        ld      a,l
+        ld      l,h
         exx
         ld      hl,0
-        ld      a,(FACC + 5)
         ld      b,a
         xor     a
         call    mul_24
         exx
-        ld      b,a
-        ld      a,(FACC + 4)
-        exx
-        ld      b,a
-        exx
+        ld      c,a
         ld      a,b
-        ld      hl,0
+        exx
+        ld      b,a
+        exx
+        ld      a,c
         exx
         call    mul_24
-        ld      b,a
+        jr      8f
+7:      exx
+        ld      h,a
+        ld      l,a
+8:      ld      b,a
         exx
         ld      a,(FACC + 3)
         ld      c,a
         call    mul_40
         ld      a,(FACC + 2)
+        ld      b,c
         ld      c,a
+        ld      a,b
+        ld      (FACC + 2),a            ; what is lost
         call    mul_40
+        ld      a,c
+        ld      (FACC + 3),a
         ld      a,(FACC + 1)
         ld      c,a
         call    mul_40
@@ -80,11 +120,24 @@ fp_mul:
         exx
         ld      a,d
         or      a
-        jp      nz,fp_round
+        jr      nz,6f
         jp      fp_zero
 4:      inc     d
+        jp      z,fp_overflow
+6:      ld      a,c
+        cp      0x80
         jp      nz,fp_round
-        jp      fp_overflow
+        push    hl                      ; half-way, if nothing was lost
+        ld      hl,(FACC + 2)
+        ld      a,h
+        or      l
+        ld      hl,(FACC + 4)
+        or      h
+        or      l
+        pop     hl
+        jp      z,fp_round
+        inc     c
+        jp      fp_round
 
 ; A H' L' = (A H' L' + B' * C' D' E') / 256, with the alternate registers in use. B' becomes 0.
 mul_24:
@@ -232,6 +285,13 @@ int_mul:
 mul_8:
         ld      hl,0
         ld      b,8
+        cp      16
+        jr      nc,1f
+        add     a,a
+        add     a,a
+        add     a,a
+        add     a,a
+        ld      b,4
 1:      add     hl,hl
         rla
         jr      nc,2f

@@ -1,13 +1,16 @@
-; Powers. In the extension ROM.
+; Powers.
         .include "math/math.inc"
         .include "math/calculate.inc"
-        .globl  x_pow
-        .section .ext,"x"
+        .globl  fp_pow
+        .text
 
-; FACC = X3 ^ FACC. 0^0 = 1; 0 to a negative power is E_DIVISION; a negative number to a power that is not whole
+; FACC = number at HL ^ FACC. 0^0 = 1; 0 to a negative power is E_DIVISION; a negative number to a power that is not whole
 ; E_QUANTITY. Whole powers of small integers below 128, and of others up to 16, are multiplied out, so that what
 ; fits the mantissa is exact.
-x_pow:  sys     fp_sign
+fp_pow: ld      de,FT3
+        ld      bc,6
+        ldir
+        call    fp_sign
         jr      nz,1f
         call    calculate
         .byte   LOAD + ONE, 0
@@ -20,11 +23,11 @@ x_pow:  sys     fp_sign
         jr      nz,2f
         pop     af
         jp      m,9f
-        sys     fp_zero
+        call    fp_zero
         ret
 9:      raise   E_DIVISION
 
-2:      sys     fp_tidy
+2:      call    fp_tidy
         call    calculate
         .byte   STORE + X5, 0
         ld      a,(FACC)
@@ -114,25 +117,25 @@ any_power:
         pop     af
         call    calculate
         .byte   LOAD + X3, 0
-        sys     fp_sign
+        call    fp_sign
         cp      1
         jr      z,2f
         call    calculate
         .byte   LOAD + X5, 0
-        sys     fp_int
+        call    fp_int
         ld      hl,DIGITS
-        sys     fp_cmp
+        call    fp_cmp
         jr      z,1f
         raise   E_QUANTITY
 1:      call    calculate
         .byte   LOAD + X5, MUL + HALF, STORE + X1, 0
-        sys     fp_int
+        call    fp_int
         ld      hl,FT1
-        sys     fp_cmp
+        call    fp_cmp
         push    af                      ; NZ: an odd power
         call    calculate
         .byte   LOAD + X3, 0
-        sys     fp_abs
+        call    fp_abs
         jr      3f
 2:      xor     a
         push    af
@@ -167,8 +170,8 @@ any_power:
         .byte   STORE + X2, SUB + X5, STORE + X5, MUL + X0, ADD + X3, STORE + X3
         .byte   LOAD + X2, MUL + X0, STORE + X0
         .byte   LOAD + X2, MUL + X1, STORE + X2, ADD + HALF, 0
-        sys     fp_int
-        sys     fp_toint
+        call    fp_int
+        call    fp_toint
         jr      c,5f
         ld      de,1000
         ex      de,hl
@@ -184,7 +187,7 @@ any_power:
         call    exp_scaled
         pop     af
         ret     z
-        sys     fp_neg
+        call    fp_neg
         ret
 5:      pop     af
         jp      exp_beyond

@@ -130,6 +130,7 @@ fp_digits:
 7:      ld      a,e
         sub     DIGITS_LOW
         ld      b,a                     ; B digits, none for zero
+        ld      (PCOUNT),a
         pop     hl
         ld      (hl),'0'
         jr      nz,8f

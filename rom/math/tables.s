@@ -1,8 +1,8 @@
-; Constants and polynomials of the functions, in the order of calculate.inc. In the extension ROM.
+; Constants and polynomials of the functions, in the order of calculate.inc.
 ; A polynomial: its degree, then the coefficients from the highest power on. They interpolate the function at the
 ; zeros of the Chebyshev polynomial of the interval, which is all but the best fit.
-        .globl  constants, polynomials
-        .section .ext,"x"
+        .globl  constants
+        .text
 
 constants:
         .byte   0, 0x01, 0x00, 0x00, 0x00, 0x00         ; 1
@@ -12,20 +12,23 @@ constants:
         .byte   128, 0x31, 0x72, 0x17, 0xF7, 0xD2       ; ln 2
         .byte   128, 0x31, 0x72, 0x17, 0xF8, 0x00       ; its first 30 bits
         .byte   94, 0xB8, 0xC2, 0x19, 0x50, 0xD8        ; and the rest
-        .byte   127, 0x22, 0xF9, 0x83, 0x6E, 0x4E       ; 1 / pi
+        .byte   129, 0x22, 0xF9, 0x83, 0x6E, 0x4E       ; 4 / pi
         .byte   129, 0x49, 0x0F, 0xDA, 0xA2, 0x21       ; pi / 2
         .byte   129, 0x49, 0x0F, 0xDA, 0x00, 0x00       ; its first 24 bits
         .byte   105, 0x22, 0x21, 0x69, 0x00, 0x00       ; 24 more
         .byte   79, 0xF7, 0x2C, 0xEC, 0xE6, 0x76        ; and the rest
         .byte   129, 0x5D, 0xB3, 0xD7, 0x42, 0xC2       ; root of 3
         .byte   128, 0x06, 0x0A, 0x91, 0xC1, 0x6C       ; pi / 6
+        .byte   129, 0x49, 0x0F, 0xDA, 0xA2, 0x00       ; first 32 bits of pi / 2
+        .byte   95, 0x05, 0xA3, 0x08, 0xD3, 0x13        ; and the rest
 
 ; Addresses of the polynomials; as far apart as values are, so that a step finds them in the same way.
-polynomials:
+; (directly behind the constants)
         .word   p_exp, 0, 0
         .word   p_sin, 0, 0
         .word   p_atn, 0, 0
-        .word   p_log
+        .word   p_log, 0, 0
+        .word   p_cos
 
 ; r * (e^r + 1) / (e^r - 1) in r*r, |r| <= ln 2 / 2: off by 1E-15 at most.
 p_exp:
@@ -36,16 +39,25 @@ p_exp:
         .byte   126, 0x2A, 0xAA, 0xAA, 0xAA, 0xA7       ; 0.166666666665815
         .byte   130, 0x00, 0x00, 0x00, 0x00, 0x00       ; 2
 
-; sin r / r in r*r, |r| <= pi / 2: off by 8E-14 at most.
+; sin r / r in r*r, |r| <= pi / 4: off by 5E-15 at most.
 p_sin:
-        .byte   6
-        .byte   96, 0x29, 0x71, 0x96, 0xA4, 0x01        ; 1.54108151804218e-10
-        .byte   103, 0xD7, 0x02, 0x14, 0xD9, 0x67       ; -2.50302407231492e-08
-        .byte   110, 0x38, 0xEE, 0x7B, 0xC1, 0xAB       ; 2.75569522193747e-06
-        .byte   116, 0xD0, 0x0C, 0xFE, 0xA3, 0x0F       ; -0.000198412666751406
-        .byte   122, 0x08, 0x88, 0x88, 0x84, 0xF5       ; 0.00833333332031725
-        .byte   126, 0xAA, 0xAA, 0xAA, 0xAA, 0xA2       ; -0.166666666664659
-        .byte   129, 0x00, 0x00, 0x00, 0x00, 0x00       ; 0.999999999999949
+        .byte   5
+        .byte   103, 0xD4, 0xA8, 0x2F, 0x0F, 0xA5       ; -2.47565293795925e-08
+        .byte   110, 0x38, 0xEB, 0x98, 0x8F, 0xD8       ; 2.75552714853953e-06
+        .byte   116, 0xD0, 0x0C, 0xFC, 0x50, 0xAC       ; -0.000198412632964328
+        .byte   122, 0x08, 0x88, 0x88, 0x85, 0xEF       ; 0.00833333332387438
+        .byte   126, 0xAA, 0xAA, 0xAA, 0xAA, 0xA8       ; -0.166666666666167
+        .byte   129, 0x00, 0x00, 0x00, 0x00, 0x00       ; 0.999999999999996
+
+; cos r in r*r, |r| <= pi / 4: off by 6E-14 at most.
+p_cos:
+        .byte   5
+        .byte   107, 0x91, 0xE2, 0xD3, 0x3E, 0x4E       ; -2.71733916957219e-07
+        .byte   113, 0x50, 0x07, 0x4A, 0xF8, 0x68       ; 2.47989282258236e-05
+        .byte   119, 0xB6, 0x0B, 0x59, 0x69, 0x64       ; -0.00138888803912356
+        .byte   124, 0x2A, 0xAA, 0xAA, 0xA2, 0x3A       ; 0.0416666665438622
+        .byte   127, 0xFF, 0xFF, 0xFF, 0xFF, 0xF2       ; -0.499999999993508
+        .byte   129, 0x00, 0x00, 0x00, 0x00, 0x00       ; 0.999999999999944
 
 ; atn x / x in x*x, |x| <= 0.2865: off by 2E-13 at most.
 p_atn:

@@ -26,7 +26,7 @@ con_out:
         dec     a
         jr      z,cursor_right
         dec     a
-        jr      z,cursor_down
+        jr      z,line_feed
         dec     a
         jr      z,cursor_up
         dec     a
@@ -79,6 +79,16 @@ joined_flag:
         ld      l,a
         ld      h,JOINED >> 8
         ret
+
+; A row down, the last one scrolls.
+line_feed:
+        ld      a,d
+        cp      23
+        jr      c,cursor_down
+        push    de
+        call    scroll_up
+        pop     de
+        jr      set_cursor
 
 ; One step from DE, stopped by the edges except that left and right go on in the row above or below.
 cursor_left:

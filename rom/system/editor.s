@@ -1,6 +1,6 @@
 ; The full-screen editor. A logical line is a row and the rows below that are joined to it (row flag 1).
         .include "memory.inc"
-        .globl  con_line, con_part
+        .globl  con_line, con_part, con_from
         .text
 
         .equ    LONGEST, 250            ; characters of a logical line
@@ -28,7 +28,11 @@ part1:  call    swap_char
         call    joined_flag
         ld      (hl),0
 con_line:
+        ld      a,(CURCOL)
+; The same with column A of the cursor's row as the place that counts.
+con_from:
         ld      hl,(CURCOL)
+        ld      l,a
         ld      (LINECOL),hl
 edit_loop:
         ld      hl,edit_loop
@@ -111,9 +115,15 @@ blink3: push    af
         pop     af
         ret
 
-; Cursor keys 28 left, 29 right, 30 up, 31 down: the control codes 8, 9, 11, 10.
+; Cursor keys 28 left, 29 right, 30 up, 31 down: the control codes 8, 9, 11, 10. Here the last row stops the cursor.
 edit_vertical:
         xor     1
+        cp      30
+        jr      nz,edit_move
+        ld      a,d
+        cp      23
+        ret     z
+        ld      a,30
 edit_move:
         sub     20
         jp      con_out
@@ -357,8 +367,21 @@ enter4: dec     hl                      ; trailing blanks
 enter5: inc     hl
         ld      (hl),0
         ld      d,b
+        ld      a,b
+        call    joined_flag             ; a blank row to which a full one has led is the row below already
+        ld      a,(hl)
+        or      a
+        jr      z,enter7
         ld      e,0
-        ld      (CURCOL),de
+        call    text_addr
+        ld      b,64
+        ld      a,' '
+enter6: cp      (hl)
+        jr      nz,enter7
+        inc     hl
+        djnz    enter6
+        dec     d
+enter7: ld      (CURCOL),de
         xor     a
         ld      (WRAPPED),a
         call    new_line

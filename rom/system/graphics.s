@@ -9,6 +9,9 @@
         .equ    LINEMIN,  GFXVARS + 2   ; word: along the shorter one
         .equ    LINELEFT, GFXVARS + 4   ; word: pixels still to come
         .equ    LINETO,   GFXVARS + 6   ; two words: the end
+        .equ    LINEDIR,  GFXVARS + 10  ; 0 to the right, 255 to the left
+        .equ    LINEVERT, GFXVARS + 11  ; 0 down, 255 up
+        .equ    LINEHIGH, GFXVARS + 12  ; 0, or 255 when it is higher than wide
 
 ; Video RAM in and out of page 2. Change A.
 gfx_in: ld      a,PAGES_EXTVID
@@ -200,7 +203,9 @@ gfx_line:
         ld      de,(GFXX)
         push    de
         call    distance
-        jr      nc,line1
+        sbc     a,a
+        ld      (LINEDIR),a
+        jr      z,line1
         ld      ix,step_left
 line1:  ld      (LINEMAX),hl
         ld      hl,(LINETO + 2)
@@ -208,7 +213,9 @@ line1:  ld      (LINEMAX),hl
         ld      b,d
         ld      c,e
         call    distance
-        jr      nc,line2
+        sbc     a,a
+        ld      (LINEVERT),a
+        jr      z,line2
         ld      iy,step_up
 line2:  ld      (LINEMIN),hl
         pop     de
@@ -237,7 +244,9 @@ line4:  push    de
         ld      de,(LINEMIN)
         or      a
         sbc     hl,de
-        jr      nc,line5
+        sbc     a,a
+        ld      (LINEHIGH),a
+        jr      z,line5
         ld      hl,(LINEMAX)            ; higher than wide
         ld      (LINEMIN),hl
         ld      (LINEMAX),de
@@ -259,7 +268,7 @@ line5:  exx
         ld      hl,(LINEMAX)
         ld      (LINELEFT),hl
         or      a
-        jr      z,walk1
+        jp      z,walk1
         call    pixel
         ld      a,(INKBYTE)
         ld      b,a
@@ -271,7 +280,7 @@ fast1:  ld      a,b
         ld      (hl),a
         ld      a,d
         or      e
-        jr      z,line_end
+        jp      z,line_end
         dec     de
         exx
         sbc     hl,de                   ; CF is 0 from OR
@@ -288,27 +297,226 @@ step_major:
 step_minor:
         jp      (iy)
 
-walk1:  push    bc
+; Not all of it is in the picture: it is the coordinates that take the steps, from where the line comes in to where
+; it leaves. What lies before is reckoned: after i steps h - i * min of what has gathered is left, and (i * min - h)
+; / max, rounded up, steps along the shorter side make up for it.
+walk1:  push    bc                      ; stack: X, Y
         push    de
-        call    spot
+        ld      h,b
+        ld      l,c
+        ld      bc,(LINEVERT)
+        ld      de,239
+        call    steps_in
+        jp      c,walk_out
+        ex      (sp),hl
+        push    hl
+        ld      bc,(LINEDIR)
+        ld      a,(WIDTH)
+        ld      e,a
+        ld      d,0
+        ex      de,hl
+        add     hl,hl
+        add     hl,hl
+        add     hl,hl
+        dec     hl
+        ex      de,hl
+        call    steps_in
+        pop     de
+        pop     bc                      ; steps before X and Y are inside: HL, BC
+        push    de
+        jp      c,walk_out
+        ld      a,(LINEHIGH)
+        or      a
+        jr      z,walk2
+        push    hl
+        ld      h,b
+        ld      l,c
+        pop     bc
+walk2:  push    hl                      ; the longer side; stack: X, Y
+        ld      a,b
+        or      c
+        jr      z,walk3
+        dec     bc                      ; ((steps - 1) * max + h) / min, and one more
+        ld      de,(LINEMAX)
+        push    de
+        call    times16
+        pop     bc
+        srl     b
+        rr      c
+        add     hl,bc
+        jr      nc,walk4
+        inc     de
+walk4:  ld      bc,(LINEMIN)
+        call    by16
+        jp      c,walk_none
+        inc     hl
+        ld      a,h
+        or      l
+        jp      z,walk_none
+        pop     de
+        push    de
+        sbc     hl,de
+        add     hl,de
+        jr      c,walk3
+        ex      (sp),hl                 ; it takes more
+walk3:  ld      hl,(LINEMAX)
+        pop     bc                      ; i
+        or      a
+        sbc     hl,bc
+        jp      c,walk_out
+        ld      (LINELEFT),hl
+        push    bc
+        ld      de,(LINEMIN)
+        call    times16
+        ld      bc,(LINEMAX)            ; less h, and max - 1 to round up
+        dec     bc
+        add     hl,bc
+        jr      nc,walk5
+        inc     de
+walk5:  inc     bc
+        push    bc
+        srl     b
+        rr      c
+        or      a
+        sbc     hl,bc
+        jr      nc,walk6
+        dec     de
+walk6:  pop     bc
+        call    by16                    ; HL = steps, DE = max - 1 - what is left
+        push    hl
+        ld      h,b
+        ld      l,c
+        scf
+        sbc     hl,de
+        push    hl
+        exx
+        pop     hl
+        exx
+        pop     de                      ; steps along the shorter side
+        pop     hl                      ; and along the longer one
+        ld      a,(LINEHIGH)
+        or      a
+        jr      nz,walk7
+        ex      de,hl
+walk7:  ld      a,(LINEDIR)             ; DE = along X, HL = along Y
+        or      a
+        ex      (sp),hl
+        call    go_along
+        pop     de
+        ex      (sp),hl                 ; HL = Y, stack: X
+        ld      a,(LINEVERT)
+        or      a
+        call    go_along
+        ld      b,h
+        ld      c,l
+        pop     de
+walk10: call    inside
+        jp      nc,line_end
+        push    bc
+        push    de
+        call    pixel
+        call    set_pixel
         pop     de
         pop     bc
         ld      hl,(LINELEFT)
         ld      a,h
         or      l
-        jr      z,line_end
+        jp      z,line_end
         dec     hl
         ld      (LINELEFT),hl
         exx
         sbc     hl,de
-        jr      nc,walk2
+        jr      nc,walk11
         add     hl,bc
         exx
         call    step_minor
-        jr      walk3
-walk2:  exx
-walk3:  call    step_major
-        jr      walk1
+        jr      walk12
+walk11: exx
+walk12: call    step_major
+        jr      walk10
+walk_none:
+        pop     hl
+walk_out:
+        pop     hl
+        pop     hl
+        jp      line_end
+
+; HL = HL + DE when Z, else HL - DE. Changes F.
+go_along:
+        jr      nz,along1
+        add     hl,de
+        ret
+along1: or      a
+        sbc     hl,de
+        ret
+
+; HL = steps from the coordinate HL until it is 0 to DE, C = 255 when they go down; CF = 1 when it never is.
+; Changes AF.
+steps_in:
+        bit     7,h
+        jr      nz,steps2
+        or      a
+        sbc     hl,de
+        jr      z,steps1
+        jr      c,steps1
+        ld      a,c
+        cpl
+        rla
+        ret
+steps1: ld      hl,0
+        or      a
+        ret
+steps2: xor     a
+        sub     l
+        ld      l,a
+        sbc     a,a
+        sub     h
+        ld      h,a
+        ld      a,c
+        rla
+        ret
+
+; DE:HL = BC * DE. Changes AF.
+times16:
+        ld      hl,0
+        ld      a,16
+times1: add     hl,hl
+        rl      e
+        rl      d
+        jr      nc,times2
+        add     hl,bc
+        jr      nc,times2
+        inc     de
+times2: dec     a
+        jr      nz,times1
+        ret
+
+; HL = DE:HL / BC, DE = the rest; CF = 1 when HL would be above 65535. Changes AF.
+by16:   ex      de,hl
+        or      a
+        sbc     hl,bc
+        add     hl,bc
+        ccf
+        ret     c
+        ld      a,16
+by1:    ex      de,hl
+        add     hl,hl
+        ex      de,hl
+        adc     hl,hl
+        jr      c,by2
+        sbc     hl,bc
+        jr      nc,by3
+        add     hl,bc
+        jr      by4
+by2:    or      a
+        sbc     hl,bc
+by3:    inc     e
+by4:    dec     a
+        jr      nz,by1
+        ex      de,hl
+        or      a
+        ret
+
 walk_right:
         inc     de
         ret

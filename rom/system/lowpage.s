@@ -1,7 +1,8 @@
 ; What stands at 0x0000 in U0: restart and interrupt vectors, and the trampolines between the system ROM
 ; and the extension, which hide each other. Copied from here at every start; runs at 0x0000 only.
         .include "memory.inc"
-        .globl  low_page, LOW_SIZE, START_CART
+        .include "basic.inc"
+        .globl  low_page, LOW_SIZE, START_CART, OUT_SCREEN, OUT_PRINTER
         .text
 
 low_page:
@@ -56,6 +57,29 @@ low_out:
         ld      a,(TRAMPA)
         jp      z,con_out
         sys     con_out
+        ret
+
+; The same to the printer: a new line is 13 and 10.
+low_printer:
+        push    hl
+        ld      hl,PRINTCOL
+        inc     (hl)
+        cp      13
+        jr      nz,printer1
+        ld      (hl),0
+        call    printer2 - low_page
+        ld      a,10
+printer1:
+        call    printer2 - low_page
+        pop     hl
+        ret
+printer2:
+        out     (1),a
+        ld      a,(PORT6)
+        and     0x7F                    ; the strobe
+        out     (6),a
+        or      0x80
+        out     (6),a
         ret
 
 ; Calls the routine whose address is the word behind the RST, with the page of the trampoline's name; all
@@ -124,4 +148,6 @@ cart3:  jp      (hl)
 cart_mark:
         .ascii  "QCRT"
         .equ    START_CART, low_cart - low_page
+        .equ    OUT_SCREEN, low_out - low_page
+        .equ    OUT_PRINTER, low_printer - low_page
         .equ    LOW_SIZE, . - low_page

@@ -159,4 +159,22 @@ while #list < 240 do
   end
 end
 compare(list, false)
+-- Quotients of whole numbers, which go a way of their own: all signs, with and without a rest, the ends of the range.
+local kWhole = {0, 1, -1, 2, -2, 3, 7, -10, 127, 128, 255, -256, 257, 1000, -16384, 32766, 32767, -32767, -32768}
+for _, x in ipairs(kWhole) do
+  local wanted = {}
+  for _, y in ipairs(kWhole) do
+    if y ~= 0 then wanted[#wanted + 1] = x / y end
+  end
+  b.command("new")
+  b.enter("10 for i=1 to " .. #wanted .. ":read y:print str$(a/y);\"/\";:next\n20 data " ..
+          table.concat({table.unpack(kWhole, 2)}, ","))
+  local at = 0
+  for n in b.command("a=" .. x .. ":goto 10"):gsub("\n", ""):gmatch("[^/]+") do
+    at = at + 1
+    local off = math.abs(tonumber(n) - wanted[at])
+    b.check(x .. "/" .. kWhole[at + 1], off <= math.abs(wanted[at]) * 1e-9, n)
+  end
+  b.equal(x .. " divided: results", at, #wanted)
+end
 b.done()

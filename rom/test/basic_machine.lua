@@ -50,8 +50,8 @@ function b.keys(codes)
   end
 end
 
--- The row where an answer to a line typed at the top begins; a line that fills its row takes the next one too.
-local function answerRow(line) return #line // MemImage[b.kWidth] + 1 end
+-- The row where an answer to a line typed at the top begins.
+local function answerRow(line) return (#line - 1) // MemImage[b.kWidth] + 1 end
 
 function b.row(number)
   return (MemImage:get(b.kScreen + 64 * number, MemImage[b.kWidth]):gsub(" +$", ""))

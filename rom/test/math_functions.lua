@@ -218,4 +218,9 @@ for _, name in ipairs(names) do
   print(string.format("%-18s %5d calls  worst %8.3f units at %-32s mean %6d T-states", name, counts[name], worst[name],
                       where[name], times[name] // counts[name]))
 end
+-- The time they may take, in milliseconds.
+for name, limit in pairs {["SIN to 7"] = 15.5, ["COS to 7"] = 15, TAN = 30, LOG = 18, EXP = 19, ATN = 21, SQR = 8} do
+  local time = times[name] / counts[name] / 3125
+  m.check(time <= limit, name, time, "ms")
+end
 m.done()

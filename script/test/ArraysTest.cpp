@@ -84,12 +84,12 @@ TEST_F(Arrays, ReachTheMachine) {
             "");
   const Machine& m = script->machine;
   const std::array<int32_t, 17> values{
-      m.MemImage[0x3C000],      m.PortShadow[255],          m.crtc.CrtcRegs[18],
-      m.keyboard.KeyMatrix[15], m.palette.BorderLines[287], m.palette.PalHistory[2][256],
-      m.tone.DacSlots[440],     m.mixer.BlockBuffer[4409],  m.tone.ToneOut[440],
-      m.mixer.SaaOutL[440],     m.mixer.SaaOutR[440],       m.mixer.SnOut[440],
-      m.mixer.Ym3812Out[440],   m.mixer.Ym2413Out[440],     m.mixer.SidOut[440],
-      m.mixer.AyOut[440],       m.run.PcHistory[9]};
+      m.MemImage[0x3C000],       m.PortShadow[255],          m.crtc.CrtcRegs[18],
+      m.keyboard.KeyMatrix[15],  m.palette.BorderLines[287], m.palette.PalHistory[2][256],
+      m.tone.DacSlots[440],      m.mixer.BlockBuffer[4409],  m.tone.ToneOut[440],
+      m.card.saa.SaaOutL[440],   m.card.saa.SaaOutR[440],    m.card.sn.SnOut[440],
+      m.card.opl.Ym3812Out[440], m.card.opll.Ym2413Out[440], m.card.sid.SidOut[440],
+      m.card.ay.AyOut[440],      m.run.PcHistory[9]};
   for (size_t i = 0; i < values.size(); ++i) EXPECT_EQ(values[i], static_cast<int32_t>(i) + 1);
 }
 

@@ -5,9 +5,15 @@ local sizes = {
   MemImage = 0x3C001, PortShadow = 256, CrtcRegs = 19, KeyMatrix = 16, BorderLines = 288, DacSlots = 441,
   BlockBuffer = 4410, ToneOut = 441, SaaOutL = 441, SaaOutR = 441, SnOut = 441, Ym3812Out = 441,
   Ym2413Out = 441, SidOut = 441, AyOut = 441,
+  SN_Reg = 12, AY_Reg = 16, SAA_Amp = 12, SAA_Freq = 12, SAA_Enable = 12, SAA_Noise = 2, SAA_Env = 10,
+  OPL_Reg = 256, OPLL_Reg = 64, SID_Reg = 29,
 }
-local bytes = {MemImage = true, PortShadow = true, KeyMatrix = true, DacSlots = true, BlockBuffer = true}
-local words = {CrtcRegs = true, BorderLines = true}  -- 32 bits; the rest has 16
+local bytes = {
+  MemImage = true, PortShadow = true, KeyMatrix = true, DacSlots = true, BlockBuffer = true,
+  SAA_Amp = true, SAA_Freq = true, SAA_Enable = true, SAA_Noise = true, SAA_Env = true,
+  OPL_Reg = true, OPLL_Reg = true,
+}
+local words = {CrtcRegs = true, BorderLines = true, SN_Reg = true, AY_Reg = true, SID_Reg = true}  -- 32 bits; the rest has 16
 
 for name, size in pairs(sizes) do
   local array = _G[name]

@@ -177,8 +177,3 @@ cas:close()
 os.remove(folder .. ".cas")
 LoadTIM(folder .. ".tim")
 check.equal(#Messages(), 1, "a missing picture is told")
-
--- What does not exist yet is simply absent.
-for _, name in ipairs({"SN_Reg", "DiskData", "DisAsm", "Compile"}) do
-  check.equal(_G[name], nil, name)
-end

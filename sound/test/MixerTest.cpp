@@ -3,9 +3,9 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
-#include <ostream>
 
 #include "sound/Mixer.h"
+#include "sound/test/BlockBytes.h"
 
 namespace quoll {
 namespace {
@@ -15,38 +15,37 @@ constexpr int kFrameBytes = 2 * 441;
 // A source of the mix with the parts of its weight that are heard left and right, in tenths.
 struct Source {
   const char* name;
-  FrameSamples Mixer::*samples;  // nullptr: the tone generator
+  FrameSamples* (*samples)(SoundCard&);  // nullptr: the tone generator
   int left, right;
 };
 
 constexpr Source kSources[] = {
-    {"Ym3812Out", &Mixer::Ym3812Out, 5, 5}, {"Ym2413Out", &Mixer::Ym2413Out, 5, 5},
-    {"SaaOutL", &Mixer::SaaOutL, 10, 0},    {"SaaOutR", &Mixer::SaaOutR, 0, 10},
-    {"SnOut", &Mixer::SnOut, 1, 1},         {"ToneOut", nullptr, 5, 5},
-    {"SidOut", &Mixer::SidOut, 1, 1},       {"AyOut", &Mixer::AyOut, 10, 10},
+    {"Ym3812Out", [](SoundCard& card) { return &card.opl.Ym3812Out; }, 5, 5},
+    {"Ym2413Out", [](SoundCard& card) { return &card.opll.Ym2413Out; }, 5, 5},
+    {"SaaOutL", [](SoundCard& card) { return &card.saa.SaaOutL; }, 10, 0},
+    {"SaaOutR", [](SoundCard& card) { return &card.saa.SaaOutR; }, 0, 10},
+    {"SnOut", [](SoundCard& card) { return &card.sn.SnOut; }, 1, 1},
+    {"ToneOut", nullptr, 5, 5},
+    {"SidOut", [](SoundCard& card) { return &card.sid.SidOut; }, 1, 1},
+    {"AyOut", [](SoundCard& card) { return &card.ay.AyOut; }, 10, 10},
 };
 
-struct Pair {
-  int left, right;
-  bool operator==(const Pair&) const = default;
+// What is mixed, and the mixer.
+struct Mix {
+  Mixer mixer;
+  FrameSamples tone{};
+  SoundCard card;
+
+  FrameSamples& Of(const Source& source) { return source.samples != nullptr ? *source.samples(card) : tone; }
+  void Frame() { MixFrame(mixer, tone, card); }
 };
-
-std::ostream& operator<<(std::ostream& out, const Pair& pair) {
-  return out << pair.left << '/' << pair.right;
-}
-
-Pair At(const Mixer& mixer, int frame, int sample) {
-  const int at = 2 * (441 * frame + sample);
-  return {mixer.BlockBuffer[at], mixer.BlockBuffer[at + 1]};
-}
 
 // Mixes sample 0 of frame 0 with one value in one source.
 Pair MixOne(const Source& source, int value) {
-  Mixer mixer;
-  FrameSamples tone{};
-  (source.samples != nullptr ? mixer.*source.samples : tone)[0] = static_cast<int16_t>(value);
-  MixFrame(mixer, tone);
-  return At(mixer, 0, 0);
+  Mix mix;
+  mix.Of(source)[0] = static_cast<int16_t>(value);
+  mix.Frame();
+  return At(mix.mixer, 0, 0);
 }
 
 // The byte of a sum given in tenths: rounded in whole numbers, ties to even, modulo 256.
@@ -63,14 +62,10 @@ int ByteOfTenths(int tenths) {
 
 int ToneAlone(int tone) { return MixOne(kSources[5], tone).left; }
 
-void ExpectBlockFrame(const Mixer& mixer, int frame, int byte) {
-  for (int i = 0; i < 441; ++i) ASSERT_EQ(At(mixer, frame, i), (Pair{byte, byte})) << frame << ' ' << i;
-}
-
 TEST(MixFrame, SilenceIs128) {
-  Mixer mixer;
-  MixFrame(mixer, FrameSamples{});
-  ExpectBlockFrame(mixer, 0, 128);
+  Mix mix;
+  mix.Frame();
+  ExpectBlockFrame(mix.mixer, 0, 128);
 }
 
 TEST(MixFrame, WeightsAndSides) {
@@ -104,14 +99,14 @@ TEST(MixFrame, TiesGoToEven) {
 }
 
 TEST(MixFrame, HalvesAreSummedBeforeRounding) {
-  Mixer mixer;
-  FrameSamples tone{};
-  mixer.Ym3812Out[0] = 1;
+  Mix mix;
+  auto& [mixer, tone, card] = mix;
+  card.opl.Ym3812Out[0] = 1;
   tone[0] = 1;
-  mixer.Ym3812Out[1] = mixer.Ym2413Out[1] = tone[1] = 1;  // 129.5
-  mixer.SnOut[2] = 3;                                     // 128 + 0.3 + 0.3
-  mixer.SidOut[2] = 3;
-  MixFrame(mixer, tone);
+  card.opl.Ym3812Out[1] = card.opll.Ym2413Out[1] = tone[1] = 1;  // 129.5
+  card.sn.SnOut[2] = 3;                                          // 128 + 0.3 + 0.3
+  card.sid.SidOut[2] = 3;
+  mix.Frame();
   EXPECT_EQ(At(mixer, 0, 0).left, 129);
   EXPECT_EQ(At(mixer, 0, 1).left, 130);
   EXPECT_EQ(At(mixer, 0, 2).left, 129);
@@ -132,52 +127,49 @@ TEST(MixFrame, SumsOutsideAByteWrap) {
 }
 
 TEST(MixFrame, LoudestAndDeepestSums) {
-  Mixer mixer;
-  FrameSamples tone{};
+  Mix mix;
   for (const Source& source : kSources) {
-    FrameSamples& samples = source.samples != nullptr ? mixer.*source.samples : tone;
-    samples[0] = 32767;
-    samples[440] = -32768;
+    mix.Of(source)[0] = 32767;
+    mix.Of(source)[440] = -32768;
   }
-  MixFrame(mixer, tone);
+  mix.Frame();
   // 3 x 16383.5 + 2 x 32767 + 2 x 3276.7 + 128 = 121365.9; 121366 less 474 x 256 is 22.
-  EXPECT_EQ(At(mixer, 0, 0), (Pair{22, 22}));
+  EXPECT_EQ(At(mix.mixer, 0, 0), (Pair{22, 22}));
   // -3 x 16384 - 2 x 32768 - 2 x 3276.8 + 128 = -121113.6; -121114 and 474 x 256 is 230.
-  EXPECT_EQ(At(mixer, 0, 440), (Pair{230, 230}));
+  EXPECT_EQ(At(mix.mixer, 0, 440), (Pair{230, 230}));
 }
 
 TEST(MixFrame, SaaIsTheOnlyStereoSource) {
-  Mixer mixer;
-  FrameSamples tone{};
-  mixer.SaaOutL[7] = 11;
-  mixer.SaaOutR[7] = -22;
-  tone[7] = 100;
-  mixer.AyOut[7] = 3;
-  MixFrame(mixer, tone);
-  EXPECT_EQ(At(mixer, 0, 7), (Pair{128 + 11 + 50 + 3, 128 - 22 + 50 + 3}));
-  EXPECT_EQ(At(mixer, 0, 8), (Pair{128, 128}));
+  Mix mix;
+  mix.card.saa.SaaOutL[7] = 11;
+  mix.card.saa.SaaOutR[7] = -22;
+  mix.tone[7] = 100;
+  mix.card.ay.AyOut[7] = 3;
+  mix.Frame();
+  EXPECT_EQ(At(mix.mixer, 0, 7), (Pair{128 + 11 + 50 + 3, 128 - 22 + 50 + 3}));
+  EXPECT_EQ(At(mix.mixer, 0, 8), (Pair{128, 128}));
 }
 
 TEST(MixFrame, EveryByteOfAFullMix) {
-  Mixer mixer;
-  FrameSamples tone{};
+  Mix mix;
+  auto& [mixer, tone, card] = mix;
   uint32_t seed = 99;
   for (int frame = 0; frame < 5; ++frame) {
     for (const Source& source : kSources) {
-      FrameSamples& samples = source.samples != nullptr ? mixer.*source.samples : tone;
-      for (int16_t& sample : samples) {
+      for (int16_t& sample : mix.Of(source)) {
         seed = seed * 1664525U + 1013904223U;
         sample = static_cast<int16_t>(seed >> 16);
         if (frame < 3) sample = static_cast<int16_t>(sample / 256);
       }
     }
     mixer.FrameInBlock = frame;
-    MixFrame(mixer, tone);
+    mix.Frame();
     for (int i = 0; i < 441; ++i) {
       for (const bool left : {true, false}) {
-        const int saa = left ? mixer.SaaOutL[i] : mixer.SaaOutR[i];
-        const double sum = 0.5 * mixer.Ym3812Out[i] + 0.5 * mixer.Ym2413Out[i] + saa + 0.1 * mixer.SnOut[i] +
-                           0.5 * tone[i] + 0.1 * mixer.SidOut[i] + mixer.AyOut[i] + 128;
+        const int saa = left ? card.saa.SaaOutL[i] : card.saa.SaaOutR[i];
+        const double sum = 0.5 * card.opl.Ym3812Out[i] + 0.5 * card.opll.Ym2413Out[i] + saa +
+                           0.1 * card.sn.SnOut[i] + 0.5 * tone[i] + 0.1 * card.sid.SidOut[i] +
+                           card.ay.AyOut[i] + 128;
         double whole = std::floor(sum);
         const double rest = sum - whole;
         if (rest > 0.5 || (rest == 0.5 && std::fmod(whole, 2.0) != 0)) whole += 1;
@@ -191,12 +183,12 @@ TEST(MixFrame, EveryByteOfAFullMix) {
 
 TEST(MixFrame, EachFrameHasItsPlaceInTheBlock) {
   for (int frame = 0; frame < 5; ++frame) {
-    Mixer mixer;
+    Mix mix;
+    Mixer& mixer = mix.mixer;
     mixer.BlockBuffer.fill(7);
     mixer.FrameInBlock = frame;
-    FrameSamples tone{};
-    tone.fill(20);
-    MixFrame(mixer, tone);
+    mix.tone.fill(20);
+    mix.Frame();
     for (int at = 0; at < 4410; ++at) {
       const bool within = at >= kFrameBytes * frame && at < kFrameBytes * (frame + 1);
       ASSERT_EQ(mixer.BlockBuffer[at], within ? 138 : 7) << frame << ' ' << at;
@@ -208,12 +200,12 @@ TEST(MixFrame, EachFrameHasItsPlaceInTheBlock) {
 TEST(MixFrame, FramesOutsideTheBlockAreNotMixed) {
   for (const int32_t frame :
        {-1, -5, 5, 6, 1000000, std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()}) {
-    Mixer mixer;
-    mixer.BlockBuffer.fill(7);
-    mixer.FrameInBlock = frame;
-    const Mixer before = mixer;
-    MixFrame(mixer, FrameSamples{});
-    EXPECT_EQ(mixer, before) << frame;
+    Mix mix;
+    mix.mixer.BlockBuffer.fill(7);
+    mix.mixer.FrameInBlock = frame;
+    const Mixer before = mix.mixer;
+    mix.Frame();
+    EXPECT_EQ(mix.mixer, before) << frame;
   }
 }
 

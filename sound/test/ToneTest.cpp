@@ -3,11 +3,11 @@
 #include <array>
 #include <cstdint>
 #include <cstdlib>
-#include <memory>
 
 #include "core/Host.h"
 #include "machine/Machine.h"
 #include "sound/Tone.h"
+#include "testkit/TestMachine.h"
 
 namespace quoll {
 namespace {
@@ -85,8 +85,7 @@ int Flips(Tone& tone, const PortBytes& ports, int frames) {
 }
 
 TEST(Tone, MachineStartsSilent) {
-  Host host;
-  auto machine = std::make_unique<Machine>(host);
+  const test::TestMachine machine;
   EXPECT_EQ(machine->tone.phase, 0.0F);
   EXPECT_EQ(machine->tone.toggle, 0);
   EXPECT_EQ(machine->tone.lastLevel, 0);
@@ -258,8 +257,7 @@ TEST(ToneMode, SlotsAreIgnoredAndEmptied) {
   ToneFrame(tone, ports);
   EXPECT_EQ(tone.ToneOut[0], -14);
   EXPECT_EQ(tone.lastLevel, 0);
-  SetPorts(ports, 0, 0, 2);
-  ToneFrame(tone, ports);
+  ToneFrame(tone, PortBytes{});
   EXPECT_EQ(tone.ToneOut, FrameSamples{});
 }
 

@@ -3,8 +3,8 @@
 #include "loop/RunLoop.h"
 #include "loop/SoundFrame.h"
 #include "machine/Ports.h"
-#include "media/test/Bench.h"
 #include "tape/Tape.h"
+#include "testkit/FolderTest.h"
 
 namespace quoll::test {
 
@@ -31,21 +31,27 @@ Bytes Finished(Bytes header, const Bytes& samples) {
   return header;
 }
 
-struct TapeRecording : Bench {
+struct TapeRecording : FolderTest {
   void Edge(int32_t clock) {
     m.run.FrameClock = clock;
     int32_t value = 0;
     PortOut(m, 0x50, value);
   }
+  // The clock of the last edge, and the level that the next one leaves.
+  void LastEdge(int32_t clock, uint8_t level) {
+    m.tape.TapeLastCycle = clock;
+    m.tape.TapeLevel = level;
+  }
+  Bytes Save() const { return ReadAll(Path("save.wav")); }
   void Record(bool on) { SetTick(m, TheControl("TVCmon", "Check1"), on); }
 };
 
 TEST_F(TapeRecording, HeadersStandAtOnce) {
   Record(true);
-  EXPECT_EQ(ReadAll(Path("save.wav")), kSaveHeader);
+  EXPECT_EQ(Save(), kSaveHeader);
   EXPECT_EQ(ReadAll(Path("record.wav")), kRecordHeader);
   Record(false);
-  EXPECT_EQ(ReadAll(Path("save.wav")), Finished(kSaveHeader, {}));
+  EXPECT_EQ(Save(), Finished(kSaveHeader, {}));
   EXPECT_EQ(ReadAll(Path("record.wav")), Finished(kRecordHeader, {}));
   EXPECT_EQ(Names(), (std::vector<std::string>{"record.wav", "save.wav"}));
 }
@@ -55,14 +61,13 @@ TEST_F(TapeRecording, OldFilesAreReplaced) {
   WriteAll(Path("record.wav"), Bytes(1000, 1));
   Record(true);
   Record(false);
-  EXPECT_EQ(ReadAll(Path("save.wav")).size(), 44U);
+  EXPECT_EQ(Save().size(), 44U);
   EXPECT_EQ(ReadAll(Path("record.wav")).size(), 44U);
 }
 
 TEST_F(TapeRecording, EdgesFillTheTimeSinceTheLast) {
   Record(true);
-  m.tape.TapeLevel = Tape::kHigh;
-  m.tape.TapeLastCycle = 1000;
+  LastEdge(1000, Tape::kHigh);
   Edge(1400);  // 400 T-states: 5 + 1 low
   Edge(1720);  // 320: 4 + 1 high
   Edge(1720);  // 0: 1 low
@@ -73,13 +78,12 @@ TEST_F(TapeRecording, EdgesFillTheTimeSinceTheLast) {
   samples.insert(samples.end(), 5, 0xDC);
   samples.push_back(0x1E);
   samples.insert(samples.end(), 3, 0xDC);
-  EXPECT_EQ(ReadAll(Path("save.wav")), Finished(kSaveHeader, samples));
+  EXPECT_EQ(Save(), Finished(kSaveHeader, samples));
 }
 
 TEST_F(TapeRecording, MoreEdgesThanAreHeldBack) {
   Record(true);
-  m.tape.TapeLastCycle = 0;
-  m.tape.TapeLevel = Tape::kHigh;
+  LastEdge(0, Tape::kHigh);
   Bytes samples;
   for (int i = 0; i < 100; ++i) {
     const bool low = i % 2 == 0;
@@ -88,7 +92,7 @@ TEST_F(TapeRecording, MoreEdgesThanAreHeldBack) {
     samples.insert(samples.end(), i <= 40 ? 751 : 750, low ? 0x1E : 0xDC);
   }
   Record(false);
-  EXPECT_EQ(ReadAll(Path("save.wav")), Finished(kSaveHeader, samples));
+  EXPECT_EQ(Save(), Finished(kSaveHeader, samples));
 }
 
 TEST_F(TapeRecording, EachFrameOfTheToneIsAppended) {
@@ -117,9 +121,9 @@ TEST_F(TapeRecording, EdgesOfAFrameThatNeverEndsReachTheDisk) {
   Record(true);
   Edge(1000);
   Edge(1800);  // ten samples and one
-  EXPECT_EQ(ReadAll(Path("save.wav")).size(), 44U);
+  EXPECT_EQ(Save().size(), 44U);
   TapeFlush(m.tape);
-  const Bytes file = ReadAll(Path("save.wav"));
+  const Bytes file = Save();
   EXPECT_EQ(file.size(), static_cast<size_t>(m.tape.TapeOutPos) - 1);
   ASSERT_GE(file.size(), 44U + 12U);
   EXPECT_EQ(Bytes(file.end() - 11, file.end()), Bytes(11, file.back()));
@@ -143,21 +147,18 @@ TEST_F(TapeRecording, NegativeSamplesHaveTwoBytes) {
 
 TEST_F(TapeRecording, EdgesReachTheDiskAtAFramesEnd) {
   Record(true);
-  m.tape.TapeLastCycle = 0;
-  m.tape.TapeLevel = Tape::kHigh;
+  LastEdge(0, Tape::kHigh);
   Edge(80);
-  EXPECT_EQ(ReadAll(Path("save.wav")).size(), 44U);
+  EXPECT_EQ(Save().size(), 44U);
   SoundFrame(m);
-  const Bytes file = ReadAll(Path("save.wav"));
-  ASSERT_EQ(file.size(), 46U);
-  EXPECT_EQ(file[44], 0x1E);
-  EXPECT_EQ(file[45], 0x1E);
+  Bytes file = kSaveHeader;
+  file.insert(file.end(), {0x1E, 0x1E});
+  EXPECT_EQ(Save(), file);
 }
 
 TEST_F(TapeRecording, WhatIsBeingSavedCanBeHeardAsATape) {
   Record(true);
-  m.tape.TapeLastCycle = 0;
-  m.tape.TapeLevel = Tape::kLow;
+  LastEdge(0, Tape::kLow);
   Edge(80);
   TapeOpen(m.tape, "save.wav");
   TapeRewind(m.tape);
@@ -172,19 +173,19 @@ TEST_F(TapeRecording, StartedTwiceBeginsAnew) {
   Edge(8000);
   SoundFrame(m);
   Record(true);
-  EXPECT_EQ(ReadAll(Path("save.wav")), kSaveHeader);
+  EXPECT_EQ(Save(), kSaveHeader);
   EXPECT_EQ(m.tape.TapeOutPos, 45);
   Record(false);
   Record(false);  // nothing is open any more
-  EXPECT_EQ(ReadAll(Path("save.wav")), Finished(kSaveHeader, {}));
+  EXPECT_EQ(Save(), Finished(kSaveHeader, {}));
 }
 
 TEST_F(TapeRecording, AFolderThatTakesNoFilesIsTold) {
   {
     const ReadOnlyFolder readOnly(folder);
     Record(true);
-    ASSERT_EQ(host.boxes.size(), 1U);
-    EXPECT_EQ(host.boxes[0].text, "Wav File create error");
+    ASSERT_EQ(host.messages.size(), 1U);
+    EXPECT_EQ(host.messages[0].text, "Wav File create error");
     EXPECT_TRUE(m.tvcmon.Check1);  // the box is as the user has set it
     m.tape.TapeLastCycle = 0;
     Edge(800);
@@ -193,20 +194,19 @@ TEST_F(TapeRecording, AFolderThatTakesNoFilesIsTold) {
     Record(false);
   }
   EXPECT_EQ(Names(), std::vector<std::string>());
-  EXPECT_EQ(host.boxes.size(), 1U);
+  EXPECT_EQ(host.messages.size(), 1U);
 }
 
 TEST_F(TapeRecording, OneFileThatCantBeMadeLeavesTheOther) {
   std::filesystem::create_directory(folder / "record.wav");
   Record(true);
-  ASSERT_EQ(host.boxes.size(), 1U);
-  EXPECT_EQ(host.boxes[0].text, "Wav File create error");
-  m.tape.TapeLastCycle = 0;
-  m.tape.TapeLevel = Tape::kLow;
+  ASSERT_EQ(host.messages.size(), 1U);
+  EXPECT_EQ(host.messages[0].text, "Wav File create error");
+  LastEdge(0, Tape::kLow);
   Edge(0);
   SoundFrame(m);
   Record(false);
-  EXPECT_EQ(ReadAll(Path("save.wav")), Finished(kSaveHeader, {0xDC}));
+  EXPECT_EQ(Save(), Finished(kSaveHeader, {0xDC}));
 }
 
 TEST_F(TapeRecording, AFullDiskIsBornInSilence) {
@@ -219,8 +219,8 @@ TEST_F(TapeRecording, AFullDiskIsBornInSilence) {
     EXPECT_EQ(m.tape.TapeOutPos, 45 + 751);
   }
   Record(false);
-  EXPECT_TRUE(host.boxes.empty());
-  const Bytes file = ReadAll(Path("save.wav"));
+  EXPECT_TRUE(host.messages.empty());
+  const Bytes file = Save();
   ASSERT_EQ(file.size(), 100U);
   EXPECT_EQ(file[4], 100);
   EXPECT_EQ(file[40], 56);
@@ -247,8 +247,7 @@ TEST_F(TapeRecording, AProgramsSquareWave) {
   m.z80.PC = 0x1000;
   m.run.FrameClock = m.run.Cycles = 0;
   Record(true);
-  m.tape.TapeLevel = Tape::kHigh;
-  m.tape.TapeLastCycle = 0;
+  LastEdge(0, Tape::kHigh);
   std::vector<int32_t> clocks;
   for (int passes = 0; passes < 1000; ++passes) {
     if (m.z80.PC == 0x1004) clocks.push_back(m.run.FrameClock);
@@ -267,7 +266,7 @@ TEST_F(TapeRecording, AProgramsSquareWave) {
     level = level == 0x1E ? 0xDC : 0x1E;
     last = clock;
   }
-  EXPECT_EQ(ReadAll(Path("save.wav")), Finished(kSaveHeader, samples));
+  EXPECT_EQ(Save(), Finished(kSaveHeader, samples));
 }
 
 }  // namespace

@@ -4,8 +4,8 @@
 #include "forms/Forms.h"
 #include "loop/RunLoop.h"
 #include "machine/Ports.h"
-#include "media/test/Bench.h"
 #include "tape/Tape.h"
+#include "testkit/FolderTest.h"
 
 namespace quoll::test {
 
@@ -18,7 +18,7 @@ Bytes Wave(const Bytes& samples) {
   return file;
 }
 
-struct TapeTest : Bench {
+struct TapeTest : FolderTest {
   void Put(const Bytes& file, const std::string& name = "tape.wav") {
     WriteAll(Path(name), file);
     TapeOpen(m.tape, Path(name));
@@ -52,7 +52,7 @@ TEST_F(TapeTest, OneSampleForEachReadOfEitherPort) {
   EXPECT_EQ(Read(0x59), 1);
   EXPECT_EQ(Read(0x59), 0);  // the end
   EXPECT_EQ(Read(0x59), 0);
-  EXPECT_TRUE(host.boxes.empty());
+  EXPECT_TRUE(host.messages.empty());
 }
 
 TEST_F(TapeTest, TheMotorHasNoSay) {
@@ -131,7 +131,7 @@ TEST_F(TapeTest, AReadOnlyFolderHasAnEmptyTape) {
   const ReadOnlyFolder readOnly(folder);
   TapeOpenFirst(m.tape, m.programFolder);
   EXPECT_EQ(TapeRead(m.tape), 0);
-  EXPECT_TRUE(host.boxes.empty());
+  EXPECT_TRUE(host.messages.empty());
   EXPECT_EQ(Names(), std::vector<std::string>());
 }
 
@@ -143,7 +143,7 @@ TEST_F(TapeTest, WhatIsNoOrdinaryFilePlaysAsEmpty) {
     TapeOpen(m.tape, name);
     EXPECT_EQ(TapeRead(m.tape), 0) << name;
   }
-  EXPECT_TRUE(host.boxes.empty());
+  EXPECT_TRUE(host.messages.empty());
 }
 
 TEST_F(TapeTest, ANewTapeTakesThePlaceOfTheOld) {
@@ -250,11 +250,11 @@ TEST_F(TapeTest, AllEightPortsWriteAndKeepNothing) {
 TEST_F(TapeTest, ATimeBeyondTheLastSlotIsTold) {
   m.tape.TapeLastCycle = 62000;
   Edge(62621);  // 441 x 142 - 1
-  EXPECT_TRUE(host.boxes.empty());
+  EXPECT_TRUE(host.messages.empty());
   EXPECT_EQ(m.tone.DacSlots[440], 0x10);
   Edge(62622);
-  ASSERT_EQ(host.boxes.size(), 1U);
-  EXPECT_EQ(host.boxes[0].text, "hiba hang");
+  ASSERT_EQ(host.messages.size(), 1U);
+  EXPECT_EQ(host.messages[0].text, "hiba hang");
   EXPECT_EQ(m.tone.DacSlots[440], 0x11);
 }
 

@@ -71,33 +71,25 @@ TEST(Z80Alu16, AddIYTakesItsHalfCarryFromIX) {
   EXPECT_EQ(s.FlagH, 0);
 }
 
-TEST(Z80Alu16, AdcHLMakesTheHalfCarryWithTheNewCarry) {
-  Z80State s{};
-  s.H = 0x0F, s.L = 0xFF, s.FlagC = 1, s.FlagH = 1;
-  AdcHL(s, 0);
-  EXPECT_EQ(s.H, 0x10);
-  EXPECT_EQ(s.L, 0x00);
-  EXPECT_EQ(s.FlagC, 0);
-  EXPECT_EQ(s.FlagH, 0);
-  // 0xF001 + 0x1FFE carries out of bit 15 only, and the new carry brings bit 11 over.
-  s.H = 0xF0, s.L = 0x01, s.FlagC = 0;
-  AdcHL(s, 0x1FFE);
-  EXPECT_EQ(s.FlagC, 1);
-  EXPECT_EQ(s.FlagH, 1);
-}
-
-TEST(Z80Alu16, SbcHLMakesTheHalfCarryWithTheNewCarry) {
-  Z80State s{};
-  s.H = 0x10, s.L = 0x00, s.FlagC = 1, s.FlagH = 1;
-  SbcHL(s, 0);  // 0x0FFF, no new carry
-  EXPECT_EQ(plain::HlOf(s), 0x0FFF);
-  EXPECT_EQ(s.FlagC, 0);
-  EXPECT_EQ(s.FlagH, 0);
-  s.H = 0x10, s.L = 0x00, s.FlagC = 0;
-  SbcHL(s, 0x2000);  // below 0: the new carry borrows from bit 12
-  EXPECT_EQ(plain::HlOf(s), 0xF000);
-  EXPECT_EQ(s.FlagC, 1);
-  EXPECT_EQ(s.FlagH, 1);
+TEST(Z80Alu16, HalfCarriesAreMadeWithTheNewCarry) {
+  struct Case {
+    void (*operation)(Z80State&, int32_t);
+    int32_t hl, carry, operand, result, newCarry, half;
+  };
+  for (const auto& [operation, hl, carry, operand, result, newCarry, half] : {
+           Case{AdcHL, 0x0FFF, 1, 0, 0x1000, 0, 0},
+           // 0xF001 + 0x1FFE carries out of bit 15 only, and the new carry brings bit 11 over.
+           Case{AdcHL, 0xF001, 0, 0x1FFE, 0x0FFF, 1, 1},
+           Case{SbcHL, 0x1000, 1, 0, 0x0FFF, 0, 0},       // no new carry
+           Case{SbcHL, 0x1000, 0, 0x2000, 0xF000, 1, 1},  // below 0: the new carry borrows from bit 12
+       }) {
+    Z80State s{};
+    s.H = hl / 256, s.L = hl % 256, s.FlagC = carry, s.FlagH = 1 - half;
+    operation(s, operand);
+    EXPECT_EQ(plain::HlOf(s), result);
+    EXPECT_EQ(s.FlagC, newCarry) << hl;
+    EXPECT_EQ(s.FlagH, half) << hl;
+  }
 }
 
 TEST(Z80Alu16, PairsStepThroughBothBytesAndWrap) {

@@ -29,10 +29,7 @@ TEST(Z80AluForms, EightOperationsOnRegistersMemoryAndNumbers) {
         for (size_t r = 0; r < 8; ++r) {
           b.Restart();
           b.s.FlagC = carry;
-          if (r == 6)
-            b.Poke(0x6029, {v});
-          else
-            b.s.*kRegisters[r] = v;
+          SetOperand(b.s, b.m->MemImage, r, v);
           ExpectEffect(b, {static_cast<int>(0x80 + op * 8 + r)},
                        [&](Z80State& want, Memory&) { kOnA[op](want, v); });
         }
@@ -72,16 +69,10 @@ TEST(Z80AluForms, IncAndDecOfRegistersAndMemory) {
         for (size_t r = 0; r < 8; ++r) {
           b.Restart();
           b.s.FlagC = carry;
-          if (r == 6)
-            b.Poke(0x6029, {v});
-          else
-            b.s.*kRegisters[r] = v;
+          SetOperand(b.s, b.m->MemImage, r, v);
           ExpectEffect(b, {static_cast<int>(r * 8) + (inc ? 4 : 5)}, [&](Z80State& want, Memory& memory) {
             const int32_t result = inc ? plain::Inc8(want, v) : plain::Dec8(want, v);
-            if (r == 6)
-              memory[0x6029] = Byte(result);
-            else
-              want.*kRegisters[r] = result;
+            SetOperand(want, memory, r, result);
           });
         }
 }
@@ -127,16 +118,10 @@ TEST(Z80AluForms, TheWholeCbPage) {
         const auto r = static_cast<size_t>(op % 8);
         b.Restart();
         b.s.FlagC = carry;
-        if (r == 6)
-          b.Poke(0x6029, {v});
-        else
-          b.s.*kRegisters[r] = v;
+        SetOperand(b.s, b.m->MemImage, r, v);
         ExpectEffect(b, {0xCB, op}, [&](Z80State& want, Memory& memory) {
           const int32_t result = CbResult(want, op, v);
-          if (r == 6)
-            memory[0x6029] = Byte(result);
-          else
-            want.*kRegisters[r] = result;
+          SetOperand(want, memory, r, result);
         });
       }
 }

@@ -136,37 +136,32 @@ TEST(Z80Block, SearchesCompareStepAndKeepTheCarry) {
           }
 }
 
-TEST(Z80Block, CpirStopsOnAMatch) {
-  Bench b;
-  b.Poke(0x6000, {0x11, 0x55, 0x33});
-  Place(b.s, 0x6000, 0x6800, 3);
-  b.Poke(kOrigin, {0xED, 0xB1});
-  b.Pass();
-  EXPECT_EQ(b.Taken(), 21);
-  EXPECT_EQ(b.s.PC, kOrigin);
-  b.Pass();
-  EXPECT_EQ(b.Taken(), 21 + 16);
-  EXPECT_EQ(b.s.PC, kOrigin + 2);
-  EXPECT_EQ(b.s.FlagZ, 1);
-  EXPECT_EQ(b.s.FlagPV, 1);
-  EXPECT_EQ(b.s.C, 1);
-  EXPECT_EQ(b.s.R, kStartR);
-}
-
-TEST(Z80Block, CpdrStopsWhenNothingIsLeft) {
-  Bench b;
-  b.Poke(0x6000, {0x11, 0x22});
-  Place(b.s, 0x6001, 0x6800, 2);
-  b.Poke(kOrigin, {0xED, 0xB9});
-  b.Pass();
-  EXPECT_EQ(b.s.PC, kOrigin);
-  b.Pass();
-  EXPECT_EQ(b.Taken(), 21 + 16);
-  EXPECT_EQ(b.s.PC, kOrigin + 2);
-  EXPECT_EQ(b.s.FlagZ, 0);
-  EXPECT_EQ(b.s.FlagPV, 0);
-  EXPECT_EQ(b.s.H, 0x5F);
-  EXPECT_EQ(b.s.L, 0xFF);
+// Two passes: the first goes on, the second finds a match or the end.
+TEST(Z80Block, CpirAndCpdrStopOnAMatchOrWhenNothingIsLeft) {
+  struct Case {
+    int opcode;
+    int32_t start, count;
+    int match;    // Z at the end
+    int32_t end;  // HL
+  };
+  for (const auto& [opcode, start, count, match, end] :
+       {Case{0xB1, 0x6000, 3, 1, 0x6002}, Case{0xB9, 0x6001, 2, 0, 0x5FFF}}) {
+    Bench b;
+    b.Poke(0x6000, {0x11, opcode == 0xB1 ? 0x55 : 0x22, 0x33});
+    Place(b.s, start, 0x6800, count);
+    b.Poke(kOrigin, {0xED, opcode});
+    b.Pass();
+    EXPECT_EQ(b.Taken(), 21);
+    EXPECT_EQ(b.s.PC, kOrigin);
+    b.Pass();
+    EXPECT_EQ(b.Taken(), 21 + 16);
+    EXPECT_EQ(b.s.PC, kOrigin + 2);
+    EXPECT_EQ(b.s.FlagZ, match);
+    EXPECT_EQ(b.s.FlagPV, match);  // a byte is left in the one, none in the other
+    EXPECT_EQ(b.s.C, count - 2);
+    EXPECT_EQ(b.s.H * 256 + b.s.L, end);
+    EXPECT_EQ(b.s.R, kStartR);
+  }
 }
 
 }  // namespace

@@ -32,29 +32,32 @@ const PairOpcode kPairs[] = {
     {{0xFD, 0xE5}, {0xFD, 0xE1}, 0x71F4, [](Z80State& s, int32_t v) { s.IY = v; }},
 };
 
-TEST(Z80Stack, PushGoesDownFromHighToLowAndWraps) {
+template <class Check>
+void ForEachPairAndPointer(Check check) {
   Bench b;
   for (const PairOpcode& pair : kPairs)
     for (const int32_t sp : kStackPointers) {
       b.Restart();
       b.s.SP = sp;
-      ExpectEffect(b, pair.push, [&](Z80State& want, Memory& memory) { Pushed(want, memory, pair.value); });
+      check(b, pair, sp);
     }
 }
 
+TEST(Z80Stack, PushGoesDownFromHighToLowAndWraps) {
+  ForEachPairAndPointer([](Bench& b, const PairOpcode& pair, int32_t) {
+    ExpectEffect(b, pair.push, [&](Z80State& want, Memory& memory) { Pushed(want, memory, pair.value); });
+  });
+}
+
 TEST(Z80Stack, PopGoesUpFromLowToHighAndWraps) {
-  Bench b;
-  for (const PairOpcode& pair : kPairs)
-    for (const int32_t sp : kStackPointers) {
-      b.Restart();
-      b.s.SP = sp;
-      b.Poke(sp, {0xCD});
-      b.Poke((sp + 1) % 0x10000, {0xAB});
-      ExpectEffect(b, pair.pop, [&](Z80State& want, Memory&) {
-        pair.set(want, 0xABCD);
-        want.SP = (sp + 2) % 0x10000;
-      });
-    }
+  ForEachPairAndPointer([](Bench& b, const PairOpcode& pair, int32_t sp) {
+    b.Poke(sp, {0xCD});
+    b.Poke((sp + 1) % 0x10000, {0xAB});
+    ExpectEffect(b, pair.pop, [&](Z80State& want, Memory&) {
+      pair.set(want, 0xABCD);
+      want.SP = (sp + 2) % 0x10000;
+    });
+  });
 }
 
 TEST(Z80Stack, PushAfBuildsTheFlagByte) {

@@ -29,73 +29,60 @@ const std::vector<std::pair<int, int>> kUnknown = {
     {0xA7, 0xAB}, {0xAF, 0xB3}, {0xB7, 0xBB}, {0xBF, 0xCA}, {0xCC, 0xE0}, {0xE2, 0xE2},
     {0xE4, 0xE4}, {0xE6, 0xE8}, {0xEA, 0xEF}, {0xF4, 0xF8}, {0xFA, 0xFF}};
 
-TEST(Z80IndexTable, EveryDdOpcodeTakesItsTimeAndSteps) {
-  std::vector<Row> rows = {
-      {{0x09, 0x19}, 15, 1, 1},
-      {{0x29, 0x39}, 15, 1, 1},
-      {{0x21}, 19, 3, 1},
-      {{0x22}, 20, 3, 2},
-      {{0x2A}, 20, 3, 1},
-      {{0x23}, 6, 1, 1},
-      {{0x2B}, 6, 1, 1},
-      {{0x34, 0x35}, 23, 2, 1},
-      {{0x36}, 19, 3, 1},
-      {{0x46, 0x4E, 0x56, 0x5E, 0x6E}, 19, 2, 1},
-      {{0x66, 0x7E}, 19, 2, 2},
-      {{0x70, 0x71, 0x72, 0x73, 0x74, 0x75, 0x77}, 19, 2, 1},
-      {{0x86, 0x96, 0xA6, 0xAE, 0xB6, 0xBE}, 19, 2, 1},
-      {{0x8E}, 19, 2, 1},
-      {{0x9E}, 19, 2, 1},
-      {{0xE1}, 10, 1, 1},
-      {{0xE3}, 23, 1, 2},
-      {{0xE5}, 15, 1, 1},
-      {{0xE9}, 8, Goto(0x7012), 1},
-      {{0xF9}, 10, 1, 2},
-      {Ranges(kUnknown), 0, 1, 0, nullptr, false},
-      {{0xF0, 0xF1, 0xF2, 0xF3}, 0, 1, 0, nullptr, false},
+// What both pages know, with the counts of each: T-states, PC step and R step.
+struct IndexRow {
+  std::vector<int> opcodes;
+  int32_t pc;
+  struct Counts {
+    int32_t t, r;
+  } dd, fd;
+};
+
+std::vector<Row> IndexRows(bool fd) {
+  const std::vector<IndexRow> both = {
+      {{0x09, 0x19}, 1, {15, 1}, {15, 1}},
+      {{0x29, 0x39}, 1, {15, 1}, {15, 4}},
+      {{0x21}, 3, {19, 1}, {19, 1}},
+      {{0x22}, 3, {20, 2}, {20, 2}},
+      {{0x2A}, 3, {20, 1}, {20, 1}},
+      {{0x23}, 1, {6, 1}, {6, 1}},
+      {{0x2B}, 1, {6, 1}, {10, 2}},
+      {{0x34, 0x35}, 2, {23, 1}, {23, 2}},
+      {{0x36}, 3, {19, 1}, {19, 1}},
+      {{0x46, 0x4E, 0x56, 0x5E, 0x6E}, 2, {19, 1}, {19, 2}},
+      {{0x66, 0x7E}, 2, {19, 2}, {19, 2}},
+      {{0x70, 0x71, 0x72, 0x73, 0x74, 0x75, 0x77}, 2, {19, 1}, {20, 1}},
+      {{0x86, 0x96, 0xA6, 0xAE, 0xB6, 0xBE}, 2, {19, 1}, {19, 1}},
+      {{0x8E}, 2, {19, 1}, {19, 4}},
+      {{0x9E}, 2, {19, 1}, {19, 5}},
+      {{0xE1}, 1, {10, 1}, {10, 1}},
+      {{0xE3}, 1, {23, 2}, {23, 2}},
+      {{0xE5}, 1, {15, 1}, {15, 1}},
+      {{0xE9}, Goto(fd ? 0x71F4 : 0x7012), {8, 1}, {8, 1}},
+      {{0xF9}, 1, {10, 2}, {10, 2}},
   };
-  for (const Row& row : HalfRows()) rows.push_back(row);
+  std::vector<Row> rows = HalfRows();
+  for (const auto& [opcodes, pc, ddCounts, fdCounts] : both) {
+    const auto& [t, r] = fd ? fdCounts : ddCounts;
+    rows.push_back({opcodes, t, pc, r});
+  }
+  rows.push_back({Ranges(kUnknown), 0, 1, 0, nullptr, false});
+  return rows;
+}
+
+TEST(Z80IndexTable, EveryDdOpcodeTakesItsTimeAndSteps) {
+  std::vector<Row> rows = IndexRows(false);
+  rows.push_back({{0xF0, 0xF1, 0xF2, 0xF3}, 0, 1, 0, nullptr, false});
   WalkPage({{0xDD}, 1, {0xCB}}, rows);
 }
 
 TEST(Z80IndexTable, EveryFdOpcodeTakesItsTimeAndSteps) {
-  std::vector<Row> rows = {
-      {{0x09, 0x19}, 15, 1, 1},
-      {{0x29, 0x39}, 15, 1, 4},
-      {{0x21}, 19, 3, 1},
-      {{0x22}, 20, 3, 2},
-      {{0x2A}, 20, 3, 1},
-      {{0x23}, 6, 1, 1},
-      {{0x2B}, 10, 1, 2},
-      {{0x34, 0x35}, 23, 2, 2},
-      {{0x36}, 19, 3, 1},
-      {{0x46, 0x4E, 0x56, 0x5E, 0x6E}, 19, 2, 2},
-      {{0x66, 0x7E}, 19, 2, 2},
-      {{0x70, 0x71, 0x72, 0x73, 0x74, 0x75, 0x77}, 20, 2, 1},
-      {{0x86, 0x96, 0xA6, 0xAE, 0xB6, 0xBE}, 19, 2, 1},
-      {{0x8E}, 19, 2, 4},
-      {{0x9E}, 19, 2, 5},
-      {{0xE1}, 10, 1, 1},
-      {{0xE3}, 23, 1, 2},
-      {{0xE5}, 15, 1, 1},
-      {{0xE9}, 8, Goto(0x71F4), 1},
-      {{0xF9}, 10, 1, 2},
-      {Ranges(kUnknown), 0, 1, 0, nullptr, false},
-      // With interrupts disabled FD F0 does nothing; F1 ends in the acceptance, F2 in the reset.
-      {{0xF0}, 0, 1, 0},
-      {{0xF1}, 11, Goto(0x66), 1},
-      {{0xF2}, 3, Goto(0), -kStartR},
-      {{0xF3}, 0, 1, 0},
-  };
-  for (const Row& row : HalfRows()) rows.push_back(row);
-  // The reset takes the paging down with it, so F2 goes last on a machine of its own.
-  std::vector<Row> reset;
-  std::erase_if(rows, [&reset](const Row& row) {
-    const bool isReset = row.opcodes == std::vector<int>{0xF2};
-    if (isReset) reset.push_back(row);
-    return isReset;
-  });
-  rows.insert(rows.end(), reset.begin(), reset.end());
+  std::vector<Row> rows = IndexRows(true);
+  // With interrupts disabled FD F0 does nothing; F1 ends in the acceptance, F2 in the reset.
+  rows.push_back({{0xF0, 0xF3}, 0, 1, 0});
+  rows.push_back({{0xF1}, 11, Goto(0x66), 1});
+  // The reset takes the paging down with it, so F2 goes last.
+  rows.push_back({{0xF2}, 3, Goto(0), -kStartR});
   WalkPage({{0xFD}, 1, {0xCB}}, rows);
 }
 
@@ -106,32 +93,27 @@ const std::vector<std::pair<int, int>> kUnknownCb = {
     {0xA7, 0xAD}, {0xAF, 0xB5}, {0xB7, 0xBD}, {0xBF, 0xC5}, {0xC7, 0xCD}, {0xCF, 0xD5}, {0xD7, 0xDD},
     {0xDF, 0xE5}, {0xE7, 0xED}, {0xEF, 0xF5}, {0xF7, 0xFD}, {0xFF, 0xFF}};
 
+std::vector<Row> IndexBitRows(bool fd) {
+  const int32_t pc = fd ? 3 : 2;
+  return {
+      {{0x06}, fd ? 20 : 23, pc, 1},
+      {{0x0E}, 23, pc, fd ? 6 : 1},
+      {{0x16, 0x1E}, 23, pc, 1},
+      {{0x26, 0x2E, 0x3E}, fd ? 23 : 6, pc, 1},
+      {{0x46, 0x4E, 0x56, 0x5E, 0x66, 0x6E, 0x76, 0x7E}, 20, pc, 1},
+      {{0x86, 0x8E, 0x96, 0x9E, 0xA6, 0xAE, 0xB6, 0xBE}, fd ? 20 : 23, pc, 1},
+      {{0xC6, 0xCE, 0xD6, 0xDE, 0xE6, 0xEE, 0xF6, 0xFE}, fd ? 20 : 23, pc, 1},
+      {Range(0x30, 0x37), 23, pc, 1, nullptr, true, true},
+      {Ranges(kUnknownCb), 0, 1, 0, nullptr, false},
+  };
+}
+
 TEST(Z80IndexTable, EveryDdCbOpcodeTakesItsTimeAndSteps) {
-  WalkPage({{0xDD, 0xCB, 0x22}, 2, {}}, {
-                                            {{0x06}, 23, 2, 1},
-                                            {{0x0E}, 23, 2, 1},
-                                            {{0x16, 0x1E}, 23, 2, 1},
-                                            {{0x26, 0x2E, 0x3E}, 6, 2, 1},
-                                            {{0x46, 0x4E, 0x56, 0x5E, 0x66, 0x6E, 0x76, 0x7E}, 20, 2, 1},
-                                            {{0x86, 0x8E, 0x96, 0x9E, 0xA6, 0xAE, 0xB6, 0xBE}, 23, 2, 1},
-                                            {{0xC6, 0xCE, 0xD6, 0xDE, 0xE6, 0xEE, 0xF6, 0xFE}, 23, 2, 1},
-                                            {Range(0x30, 0x37), 23, 2, 1, nullptr, true, true},
-                                            {Ranges(kUnknownCb), 0, 1, 0, nullptr, false},
-                                        });
+  WalkPage({{0xDD, 0xCB, 0x22}, 2, {}}, IndexBitRows(false));
 }
 
 TEST(Z80IndexTable, EveryFdCbOpcodeTakesItsTimeAndSteps) {
-  WalkPage({{0xFD, 0xCB, 0x22}, 1, {}}, {
-                                            {{0x06}, 20, 3, 1},
-                                            {{0x0E}, 23, 3, 6},
-                                            {{0x16, 0x1E}, 23, 3, 1},
-                                            {{0x26, 0x2E, 0x3E}, 23, 3, 1},
-                                            {{0x46, 0x4E, 0x56, 0x5E, 0x66, 0x6E, 0x76, 0x7E}, 20, 3, 1},
-                                            {{0x86, 0x8E, 0x96, 0x9E, 0xA6, 0xAE, 0xB6, 0xBE}, 20, 3, 1},
-                                            {{0xC6, 0xCE, 0xD6, 0xDE, 0xE6, 0xEE, 0xF6, 0xFE}, 20, 3, 1},
-                                            {Range(0x30, 0x37), 23, 3, 1, nullptr, true, true},
-                                            {Ranges(kUnknownCb), 0, 1, 0, nullptr, false},
-                                        });
+  WalkPage({{0xFD, 0xCB, 0x22}, 1, {}}, IndexBitRows(true));
 }
 
 }  // namespace

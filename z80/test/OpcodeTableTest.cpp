@@ -6,16 +6,19 @@
 namespace quoll::z80test {
 namespace {
 
-struct Condition {
-  int opcode;
-  int32_t Z80State::*flag;
-  int32_t value;  // taken when the flag has it
-};
+// The condition in bits 3 to 5 of an opcode: a flag and the value that it must have.
+std::pair<int32_t Z80State::*, int32_t> ConditionOf(int opcode) {
+  constexpr int32_t Z80State::*kFlags[] = {&Z80State::FlagZ, &Z80State::FlagC, &Z80State::FlagPV,
+                                           &Z80State::FlagS};
+  return {kFlags[opcode / 16 % 4], opcode / 8 % 2};
+}
 
 // One row taken, one not taken, for each opcode.
-void AddConditional(std::vector<Row>& rows, const std::vector<Condition>& conditions, const Row& taken,
+void AddConditional(std::vector<Row>& rows, const std::vector<int>& opcodes, const Row& taken,
                     const Row& notTaken) {
-  for (const auto& [opcode, flag, value] : conditions) {
+  for (const int opcode : opcodes) {
+    // The relative jumps have only the first four, from 0x20 on.
+    const auto [flag, value] = ConditionOf(opcode < 0x40 ? opcode - 0x20 : opcode);
     rows.push_back({{opcode}, taken.t, taken.pc, taken.r, Alone(flag, value)});
     rows.push_back({{opcode}, notTaken.t, notTaken.pc, notTaken.r, Alone(flag, 1 - value)});
   }
@@ -47,13 +50,12 @@ std::vector<Row> BaseRows() {
       {{0x2F, 0x37, 0x3F}, 4, 1, 1},
       {{0x32, 0x3A}, 13, 3, 1},
       // LD r,r', without those of a register to itself and HALT.
-      {{0x41, 0x42, 0x43, 0x44, 0x45, 0x47}, 4, 1, 1},
-      {{0x48, 0x4A, 0x4B, 0x4C, 0x4D, 0x4F}, 4, 1, 1},
-      {{0x50, 0x51, 0x53, 0x54, 0x55, 0x57}, 4, 1, 1},
-      {{0x58, 0x59, 0x5A, 0x5C, 0x5D, 0x5F}, 4, 1, 1},
-      {{0x60, 0x61, 0x62, 0x63, 0x65, 0x67}, 4, 1, 1},
-      {{0x68, 0x69, 0x6A, 0x6B, 0x6C, 0x6F}, 4, 1, 1},
-      {{0x78, 0x79, 0x7A, 0x7B, 0x7C, 0x7D}, 4, 1, 1},
+      {{0x41, 0x42, 0x43, 0x44, 0x45, 0x47, 0x48, 0x4A, 0x4B, 0x4C, 0x4D, 0x4F, 0x50, 0x51,
+        0x53, 0x54, 0x55, 0x57, 0x58, 0x59, 0x5A, 0x5C, 0x5D, 0x5F, 0x60, 0x61, 0x62, 0x63,
+        0x65, 0x67, 0x68, 0x69, 0x6A, 0x6B, 0x6C, 0x6F, 0x78, 0x79, 0x7A, 0x7B, 0x7C, 0x7D},
+       4,
+       1,
+       1},
       {{0x46, 0x4E, 0x56, 0x5E, 0x66, 0x6E, 0x7E}, 7, 1, 1},
       {{0x70, 0x71, 0x72, 0x73, 0x74, 0x75, 0x77}, 7, 1, 1},
       {{0x76}, 4, 0, 1},
@@ -66,14 +68,6 @@ std::vector<Row> BaseRows() {
       {{0xC3}, 10, Goto(kNn), 1},
       {{0xCD}, 17, Goto(kNn), 1},
       {{0xC5, 0xD5, 0xE5, 0xF5}, 11, 1, 1},
-      {{0xC7}, 11, Goto(0x00), 2},
-      {{0xCF}, 11, Goto(0x08), 2},
-      {{0xD7}, 11, Goto(0x10), 2},
-      {{0xDF}, 11, Goto(0x18), 2},
-      {{0xE7}, 11, Goto(0x20), 2},
-      {{0xEF}, 11, Goto(0x28), 2},
-      {{0xF7}, 11, Goto(0x30), 2},
-      {{0xFF}, 11, Goto(0x38), 1},
       {{0xC9}, 10, Goto(kOnStack), 1},
       {{0xD3}, 11, 2, 1},
       {{0xDB}, 11, 2, 3},
@@ -84,33 +78,15 @@ std::vector<Row> BaseRows() {
       {{0xF3, 0xFB}, 4, 1, 1},
       {{0xF9}, 10, 1, 1},
   };
-  const auto z = &Z80State::FlagZ, c = &Z80State::FlagC, pv = &Z80State::FlagPV, s = &Z80State::FlagS;
-  AddConditional(rows, {{0x20, z, 0}, {0x28, z, 1}, {0x30, c, 0}, {0x38, c, 1}}, {{}, 12, jr, 1},
-                 {{}, 7, 2, 1});
-  AddConditional(rows,
-                 {{0xC0, z, 0},
-                  {0xC8, z, 1},
-                  {0xD0, c, 0},
-                  {0xD8, c, 1},
-                  {0xE0, pv, 0},
-                  {0xE8, pv, 1},
-                  {0xF0, s, 0},
-                  {0xF8, s, 1}},
-                 {{}, 10, Goto(kOnStack), 2}, {{}, 5, 1, 2});
-  AddConditional(rows, {{0xC2, z, 0}}, {{}, 10, Goto(kNn), 0}, {{}, 10, 3, 1});
-  AddConditional(rows, {{0xDA, c, 1}}, {{}, 0, Goto(kNn), 1}, {{}, 6, 3, 1});
-  AddConditional(rows, {{0xCA, z, 1}, {0xD2, c, 0}, {0xE2, pv, 0}, {0xEA, pv, 1}, {0xF2, s, 0}, {0xFA, s, 1}},
-                 {{}, 10, Goto(kNn), 1}, {{}, 6, 3, 1});
-  AddConditional(rows,
-                 {{0xC4, z, 0},
-                  {0xCC, z, 1},
-                  {0xD4, c, 0},
-                  {0xDC, c, 1},
-                  {0xE4, pv, 0},
-                  {0xEC, pv, 1},
-                  {0xF4, s, 0},
-                  {0xFC, s, 1}},
-                 {{}, 17, Goto(kNn), 1}, {{}, 10, 3, 1});
+  for (int rst = 0; rst < 0x40; rst += 8) rows.push_back({{0xC7 + rst}, 11, Goto(rst), rst == 0x38 ? 1 : 2});
+  AddConditional(rows, {0x20, 0x28, 0x30, 0x38}, {{}, 12, jr, 1}, {{}, 7, 2, 1});
+  AddConditional(rows, {0xC0, 0xC8, 0xD0, 0xD8, 0xE0, 0xE8, 0xF0, 0xF8}, {{}, 10, Goto(kOnStack), 2},
+                 {{}, 5, 1, 2});
+  AddConditional(rows, {0xC2}, {{}, 10, Goto(kNn), 0}, {{}, 10, 3, 1});
+  AddConditional(rows, {0xDA}, {{}, 0, Goto(kNn), 1}, {{}, 6, 3, 1});
+  AddConditional(rows, {0xCA, 0xD2, 0xE2, 0xEA, 0xF2, 0xFA}, {{}, 10, Goto(kNn), 1}, {{}, 6, 3, 1});
+  AddConditional(rows, {0xC4, 0xCC, 0xD4, 0xDC, 0xE4, 0xEC, 0xF4, 0xFC}, {{}, 17, Goto(kNn), 1},
+                 {{}, 10, 3, 1});
   return rows;
 }
 

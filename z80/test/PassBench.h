@@ -12,32 +12,13 @@
 #include <utility>
 #include <vector>
 
-#include "loop/RunLoop.h"
-#include "machine/Machine.h"
-#include "machine/MachineInit.h"
-#include "machine/Memory.h"
+#include "testkit/TestMachine.h"
+#include "z80/Z80Fields.h"
 
 namespace quoll::z80test {
 
-struct NotingHost : Host {
-  struct Message {
-    std::string text, title;
-    MessageIcon icon;
-  };
-  std::vector<Message> messages;
-  std::vector<std::pair<int, int>> beeps;  // hertz, milliseconds
-  int framesLeft = 20;                     // a run that has lost its way ends here
-
-  void FrameEnded(Machine& machine) override {
-    if (--framesLeft == 0) machine.run.CpuRunning = 0;
-  }
-  void Stalled(Machine& machine) override { machine.run.CpuRunning = 0; }
-
-  void MessageBox(std::string_view text, std::string_view title, MessageIcon icon) override {
-    messages.push_back({std::string(text), std::string(title), icon});
-  }
-  void Beep(int hertz, int milliseconds) override { beeps.emplace_back(hertz, milliseconds); }
-};
+using test::TestHost;
+using test::TestMachine;
 
 inline constexpr int32_t kOrigin = 0x4000;      // where the code stands
 inline constexpr int32_t kStack = 0x7800;       // SP at the start
@@ -47,15 +28,13 @@ inline constexpr int32_t kQuietPort = 0x40;     // a port without a function: re
 inline constexpr int32_t kNoTone = 1000000000;  // tone counter that no test reaches
 
 struct Bench {
-  NotingHost host;
-  std::unique_ptr<Machine> m = std::make_unique<Machine>(host);
+  TestMachine m;
+  TestHost& host = m.host;
   Z80State& s = m->z80;
   RunState& run = m->run;
 
   Bench() {
-    CpuInit(s);
-    MachineReset(*m);
-    m->PortShadow[2] = 0xB0;
+    host.framesAllowed = 20;  // a run that has lost its way ends here
     Restart();
   }
   Bench(const Bench&) = delete;
@@ -85,10 +64,7 @@ struct Bench {
   int32_t Peek(int32_t offset) const { return m->MemImage.at(static_cast<size_t>(offset)); }
 
   // One pass of the run loop.
-  void Pass() {
-    run.CpuRunning = 0;
-    RunLoop(*m);
-  }
+  void Pass() { test::Step(*m); }
   // One pass with this code at PC.
   void Pass(const std::vector<int>& code) {
     Poke(s.PC, code);
@@ -101,66 +77,14 @@ struct Bench {
   int32_t Taken() const { return run.Cycles - kStartCycles; }
 };
 
-// A processor's field, for messages.
-struct Field {
-  const char* name;
-  int32_t Z80State::*field;
-};
-
-inline constexpr std::array<Field, 45> kFields = {{
-    {"A", &Z80State::A},
-    {"B", &Z80State::B},
-    {"C", &Z80State::C},
-    {"D", &Z80State::D},
-    {"E", &Z80State::E},
-    {"H", &Z80State::H},
-    {"L", &Z80State::L},
-    {"A2", &Z80State::A2},
-    {"B2", &Z80State::B2},
-    {"C2", &Z80State::C2},
-    {"D2", &Z80State::D2},
-    {"E2", &Z80State::E2},
-    {"H2", &Z80State::H2},
-    {"L2", &Z80State::L2},
-    {"IX", &Z80State::IX},
-    {"IY", &Z80State::IY},
-    {"SP", &Z80State::SP},
-    {"PC", &Z80State::PC},
-    {"I", &Z80State::I},
-    {"R", &Z80State::R},
-    {"IM", &Z80State::IM},
-    {"IFF1", &Z80State::IFF1},
-    {"IFF2", &Z80State::IFF2},
-    {"FlagS", &Z80State::FlagS},
-    {"FlagZ", &Z80State::FlagZ},
-    {"FlagY", &Z80State::FlagY},
-    {"FlagH", &Z80State::FlagH},
-    {"FlagX", &Z80State::FlagX},
-    {"FlagPV", &Z80State::FlagPV},
-    {"FlagN", &Z80State::FlagN},
-    {"FlagC", &Z80State::FlagC},
-    {"AltFlagS", &Z80State::AltFlagS},
-    {"AltFlagZ", &Z80State::AltFlagZ},
-    {"AltFlagY", &Z80State::AltFlagY},
-    {"AltFlagH", &Z80State::AltFlagH},
-    {"AltFlagX", &Z80State::AltFlagX},
-    {"AltFlagPV", &Z80State::AltFlagPV},
-    {"AltFlagN", &Z80State::AltFlagN},
-    {"AltFlagC", &Z80State::AltFlagC},
-    {"Halted", &Z80State::Halted},
-    {"IrqLine", &Z80State::IrqLine},
-    {"PrefixState", &Z80State::PrefixState},
-    {"CurOpcode", &Z80State::CurOpcode},
-    {"IndexDisp", &Z80State::IndexDisp},
-    {"UnDocEnabled", &Z80State::UnDocEnabled},
-}};
-static_assert(sizeof(Z80State) == kFields.size() * sizeof(int32_t));
+// An interrupt waits and may come.
+inline void Enable(Bench& b) { b.s.IFF1 = b.s.IFF2 = 1, b.s.IrqLine = 1; }
 
 // Compares field by field and names those that differ.
 inline testing::AssertionResult SameState(const Z80State& got, const Z80State& want) {
   if (got == want) return testing::AssertionSuccess();
   auto result = testing::AssertionFailure();
-  for (const auto& [name, field] : kFields)
+  for (const auto& [name, field] : kZ80Fields)
     if (got.*field != want.*field) result << name << " is " << got.*field << ", not " << want.*field << "; ";
   return result;
 }
@@ -189,9 +113,21 @@ void ExpectEffect(Bench& b, const std::vector<int>& code, Change change) {
 
 using Memory = std::array<uint8_t, kMemImageSize>;
 
+// Where (HL) leads at the start.
+inline constexpr int32_t kHl = 0x6029;
+
 // The operand order of the opcodes: place 6 is memory and has no register.
 inline constexpr std::array<int32_t Z80State::*, 8> kRegisters = {&Z80State::B, &Z80State::C, &Z80State::D,
                                                                   &Z80State::E, &Z80State::H, &Z80State::L,
                                                                   nullptr,      &Z80State::A};
+
+// Sets the operand of that place, a register or memory.
+inline void SetOperand(Z80State& s, Memory& memory, size_t place, int32_t value) {
+  if (place == 6) {
+    memory[kHl] = static_cast<uint8_t>(value);
+  } else {
+    s.*kRegisters[place] = value;
+  }
+}
 
 }  // namespace quoll::z80test

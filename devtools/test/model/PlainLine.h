@@ -6,6 +6,7 @@
 #include <string>
 
 #include "devtools/test/model/PlainAssembler.h"
+#include "devtools/test/model/PlainText.h"
 
 namespace quoll::plain {
 
@@ -13,6 +14,16 @@ inline constexpr int32_t kSyntaxError = -1;
 inline constexpr int32_t kOverflowError = -2;
 inline constexpr int32_t kExistingName = -4;
 inline constexpr int32_t kInternalError = -10;
+
+// A pass over a line, and what becomes of an error in the middle of it.
+template <class Pass>
+int32_t Guarded(Pass pass) {
+  try {
+    return pass();
+  } catch (const RuntimeError&) {
+    return kInternalError;
+  }
+}
 
 // The comment is cut off line and raw line; the line whose apostrophe is no comment gets it back.
 void CutComment(std::string& line, std::string& raw);

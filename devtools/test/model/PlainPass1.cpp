@@ -140,11 +140,7 @@ int32_t Line(Assembler& assembler, const Bus& bus, std::string& line, std::strin
 }  // namespace
 
 int32_t Pass1Line(Assembler& assembler, const Bus& bus, std::string& line, std::string& raw) {
-  try {
-    return Line(assembler, bus, line, raw);
-  } catch (const RuntimeError&) {
-    return kInternalError;
-  }
+  return Guarded([&] { return Line(assembler, bus, line, raw); });
 }
 
 }  // namespace quoll::plain

@@ -96,34 +96,14 @@ void LiteralMachine::CpA(int32_t v) {
   FlagX = BitAt(v, 3);
 }
 
-void LiteralMachine::AndA(int32_t v) {
-  A = A & v;
-  FlagS = Flag(A > 127);
-  FlagZ = Flag(A == 0);
-  FlagH = 1;
-  FlagPV = Parity(A);
-  FlagN = 0;
-  FlagC = 0;
-}
+void LiteralMachine::AndA(int32_t v) { LogicResult(A & v, 1); }
+void LiteralMachine::XorA(int32_t v) { LogicResult(A ^ v, 0); }
+void LiteralMachine::OrA(int32_t v) { LogicResult(A | v, 0); }
 
-void LiteralMachine::XorA(int32_t v) {
-  A = A ^ v;
-  FlagS = Flag(A > 127);
-  FlagZ = Flag(A == 0);
-  FlagH = 0;
-  FlagPV = Parity(A);
-  FlagN = 0;
-  FlagC = 0;
-}
-
-void LiteralMachine::OrA(int32_t v) {
-  A = A | v;
-  FlagS = Flag(A > 127);
-  FlagZ = Flag(A == 0);
-  FlagH = 0;
-  FlagPV = Parity(A);
-  FlagN = 0;
-  FlagC = 0;
+void LiteralMachine::LogicResult(int32_t result, int32_t half) {
+  ShiftFlags(result, 0);
+  FlagH = half;
+  A = result;
 }
 
 int32_t LiteralMachine::Inc8(int32_t v) {
@@ -239,38 +219,39 @@ void LiteralMachine::SetHL(int32_t v) {
   L = v & 0xFF;
 }
 
-void LiteralMachine::IncBC() { SetBC((BC() + 1) & 0xFFFF); }
-void LiteralMachine::IncDE() { SetDE((DE() + 1) & 0xFFFF); }
-void LiteralMachine::IncHL() { SetHL((HL() + 1) & 0xFFFF); }
-void LiteralMachine::DecBC() { SetBC((BC() - 1) & 0xFFFF); }
-void LiteralMachine::DecDE() { SetDE((DE() - 1) & 0xFFFF); }
-void LiteralMachine::DecHL() { SetHL((HL() - 1) & 0xFFFF); }
+int32_t LiteralMachine::Pair(int32_t which) const {
+  const int32_t pairs[] = {BC(), DE(), HL(), SP};
+  return pairs[which];
+}
+
+void LiteralMachine::SetPair(int32_t which, int32_t v) {
+  if (which == 0) SetBC(v);
+  if (which == 1) SetDE(v);
+  if (which == 2) SetHL(v);
+  if (which == 3) SP = v;
+}
+
+void LiteralMachine::StepPair(int32_t which, int32_t by) { SetPair(which, Add32(Pair(which), by) & 0xFFFF); }
+
 void LiteralMachine::IncSP() { SP = Add32(SP, 1) & 0xFFFF; }
 void LiteralMachine::DecSP() { SP = Sub32(SP, 1) & 0xFFFF; }
 
 void LiteralMachine::AddHL(int32_t v) {
-  int32_t sum = HL() + v;
+  const int32_t sum = HL() + v;
   FlagH = Flag((HL() & 0xFFF) + (v & 0xFFF) >= 4096);
   FlagC = BitAt(sum, 16);
   FlagN = 0;
   SetHL(sum & 0xFFFF);
 }
 
-void LiteralMachine::AddIX(int32_t v) {
-  int32_t sum = IX + v;
-  FlagH = Flag((IX & 0xFFF) + (v & 0xFFF) >= 4096);
+// H comes from IX, for IY too: that is how this machine behaves.
+void LiteralMachine::AddIndex(int32_t& index, int32_t v) {
+  const bool half = (IX & 0xFFF) + (v & 0xFFF) >= 4096;
+  const int32_t sum = index + v;
+  index = sum & 0xFFFF;
   FlagC = BitAt(sum, 16);
+  FlagH = Flag(half);
   FlagN = 0;
-  IX = sum & 0xFFFF;
-}
-
-// H comes from IX, not from IY: that is how this machine behaves.
-void LiteralMachine::AddIY(int32_t v) {
-  int32_t sum = IY + v;
-  FlagH = Flag((IX & 0xFFF) + (v & 0xFFF) >= 4096);
-  FlagC = BitAt(sum, 16);
-  FlagN = 0;
-  IY = sum & 0xFFFF;
 }
 
 // The half carry is made with the new carry, not the one that came in.
@@ -319,16 +300,15 @@ void LiteralMachine::Daa() {
   FlagPV = Parity(A);
 }
 
+// The flags of RRD, RLD and IN: the carry stays.
+void LiteralMachine::NibbleFlags(int32_t result) { ShiftFlags(result, FlagC); }
+
 void LiteralMachine::Rrd() {
   int32_t m = MemRead(HL());
   int32_t oldA = A;
   A = (oldA & 0xF0) + (m & 0x0F);
   MemWrite(HL(), m / 16 + (oldA & 15) * 16);
-  FlagS = Flag(A > 127);
-  FlagZ = Flag(A == 0);
-  FlagH = 0;
-  FlagN = 0;
-  FlagPV = Parity(A);
+  NibbleFlags(A);
 }
 
 void LiteralMachine::Rld() {
@@ -336,11 +316,7 @@ void LiteralMachine::Rld() {
   int32_t oldA = A;
   MemWrite(HL(), (m * 16 + (oldA & 15)) & 255);
   A = (oldA & 0xF0) + m / 16;
-  FlagS = Flag(A > 127);
-  FlagZ = Flag(A == 0);
-  FlagH = 0;
-  FlagN = 0;
-  FlagPV = Parity(A);
+  NibbleFlags(A);
 }
 
 void LiteralMachine::JumpRel(int32_t e) { PC = e > 127 ? Add32(PC, e - 254) : Add32(PC, e + 2); }
@@ -379,11 +355,7 @@ int32_t LiteralMachine::SignByte(int32_t v) { return v >= 128 ? v - 256 : v; }
 // The port is register C alone.
 int32_t LiteralMachine::InFromC() {
   int32_t value = PortIn(C);
-  FlagS = Flag(value > 127);
-  FlagZ = Flag(value == 0);
-  FlagH = 0;
-  FlagN = 0;
-  FlagPV = Parity(value);
+  NibbleFlags(value);
   return value;
 }
 

@@ -27,448 +27,199 @@ void LiteralMachine::xx() {
   }
 }
 
+// 00 to 3F, by the low three bits: jumps, pairs, memory by address, pairs counted, bytes counted, bytes
+// loaded, the accumulator and its flags.
 void LiteralMachine::xxLow() {
-  int32_t operand1 = Add32(PC, 1);
-  int32_t target = (CurOpcode >> 3) & 7;
-  switch (CurOpcode) {
-    case 0x00: Finish(4, 1, 1); break;
-    case 0x01:
-      SetBC(ReadWord(operand1));
-      Finish(10, 3, 1);
-      break;
-    case 0x11:
-      SetDE(ReadWord(operand1));
-      Finish(10, 3, 1);
-      break;
-    case 0x21:
-      SetHL(ReadWord(operand1));
-      Finish(10, 3, 1);
-      break;
-    case 0x31:
-      SP = ReadWord(operand1);
-      Finish(10, 3, 1);
-      break;
-    case 0x02:
-      MemWrite(BC(), A);
-      Finish(7, 1, 1);
-      break;
-    case 0x12:
-      MemWrite(DE(), A);
-      Finish(7, 1, 1);
-      break;
-    case 0x0A:
-      A = MemRead(BC());
-      Finish(7, 1, 1);
-      break;
-    case 0x1A:
-      A = MemRead(DE());
-      Finish(7, 1, 1);
-      break;
-    case 0x03:
-      IncBC();
-      Finish(6, 1, 1);
-      break;
-    case 0x13:
-      IncDE();
-      Finish(6, 1, 1);
-      break;
-    case 0x23:
-      IncHL();
-      Finish(6, 1, 1);
-      break;
-    case 0x33:
-      IncSP();
-      Finish(6, 1, 1);
-      break;
-    case 0x0B:
-      DecBC();
-      Finish(6, 1, 1);
-      break;
-    case 0x1B:
-      DecDE();
-      Finish(6, 1, 1);
-      break;
-    case 0x2B:
-      DecHL();
-      Finish(6, 1, 1);
-      break;
-    case 0x3B:
-      DecSP();
-      Finish(6, 1, 1);
-      break;
-    case 0x04:
-    case 0x0C:
-    case 0x14:
-    case 0x1C:
-    case 0x24:
-    case 0x2C:
-    case 0x3C:
-      WriteOperand(target, Inc8(ReadOperand(target)));
-      Finish(4, 1, 1);
-      break;
-    case 0x05:
-    case 0x0D:
-    case 0x15:
-    case 0x1D:
-    case 0x25:
-    case 0x2D:
-    case 0x3D:
-      WriteOperand(target, Dec8(ReadOperand(target)));
-      Finish(4, 1, 1);
-      break;
-    case 0x34:
-      MemWrite(HL(), Inc8(MemRead(HL())));
-      Finish(11, 1, 1);
-      break;
-    case 0x35:
-      MemWrite(HL(), Dec8(MemRead(HL())));
-      Finish(11, 1, 1);
-      break;
-    case 0x06:
-    case 0x0E:
-    case 0x16:
-    case 0x1E:
-    case 0x26:
-    case 0x2E:
-    case 0x3E:
-      WriteOperand(target, MemRead(operand1));
-      Finish(7, 2, 1);
-      break;
-    case 0x36:
-      MemWrite(HL(), MemRead(operand1));
-      Finish(10, 2, 1);
-      break;
-    case 0x07:
-      A = 2 * A;
-      FlagC = 0;
-      if (A > 255) {
-        A = A - 255;
-        FlagC = 1;
+  const int32_t operand1 = Add32(PC, 1);
+  const int32_t target = (CurOpcode >> 3) & 7, pair = target / 2;
+  const bool second = (target & 1) != 0;
+  switch (CurOpcode & 7) {
+    case 0: return xxJumps(target);
+    case 1:
+      if (second) {
+        AddHL(Pair(pair));
+        return Finish(11, 1, 1);
       }
-      FlagH = 0;
-      FlagN = 0;
-      Finish(4, 1, 1);
-      break;
-    case 0x0F:
-      FlagC = A & 1;
-      A = A / 2 + (FlagC == 1 ? 128 : 0);
-      FlagH = 0;
-      FlagN = 0;
-      Finish(4, 1, 1);
-      break;
-    case 0x17: {
-      int32_t oldCarry = FlagC;
-      FlagC = A > 127 ? 1 : 0;
-      A = ((2 * A) & 255) + oldCarry;
-      FlagH = 0;
-      FlagN = 0;
-      Finish(4, 1, 1);
-      break;
-    }
-    case 0x1F: {
-      int32_t oldCarry = FlagC;
-      FlagC = A & 1;
-      A = A / 2 + (oldCarry != 0 ? 128 : 0);
-      FlagH = 0;
-      FlagN = 0;
-      Finish(4, 1, 1);
-      break;
-    }
-    case 0x08:
-      std::swap(A, A2);
-      std::swap(FlagS, AltFlagS);
-      std::swap(FlagZ, AltFlagZ);
-      std::swap(FlagY, AltFlagY);
-      std::swap(FlagH, AltFlagH);
-      std::swap(FlagX, AltFlagX);
-      std::swap(FlagPV, AltFlagPV);
-      std::swap(FlagN, AltFlagN);
-      std::swap(FlagC, AltFlagC);
-      Finish(4, 1, 1);
-      break;
-    case 0x09:
-      AddHL(BC());
-      Finish(11, 1, 1);
-      break;
-    case 0x19:
-      AddHL(DE());
-      Finish(11, 1, 1);
-      break;
-    case 0x29:
-      AddHL(HL());
-      Finish(11, 1, 1);
-      break;
-    case 0x39:
-      AddHL(SP);
-      Finish(11, 1, 1);
-      break;
-    case 0x10:
-      if (B == 1) {
-        B = 0;
-        Finish(8, 2, 1);
-      } else {
-        B = B == 0 ? 255 : B - 1;
-        JumpRel(MemRead(operand1));
-        Finish(13, 0, 1);
-      }
-      break;
-    case 0x18:
-      JumpRel(MemRead(operand1));
-      Finish(12, 0, 1);
-      break;
-    case 0x20:
-    case 0x28:
-    case 0x30:
-    case 0x38:
-      if (Condition(target & 3)) {
-        JumpRel(MemRead(operand1));
-        Finish(12, 0, 1);
-      } else {
-        Finish(7, 2, 1);
-      }
-      break;
-    case 0x22:
-      WriteWord(ReadWord(operand1), HL());
-      Finish(16, 3, 1);
-      break;
-    case 0x2A:
-      SetHL(ReadWord(ReadWord(operand1)));
-      Finish(16, 3, 1);
-      break;
-    case 0x27:
-      Daa();
-      Finish(7, 1, 1);
-      break;
-    case 0x2F:
-      A = A ^ 0xFF;
-      FlagH = 1;
-      FlagN = 1;
-      Finish(4, 1, 1);
-      break;
-    case 0x37:
-      FlagC = 1;
-      FlagH = 0;
-      FlagN = 0;
-      Finish(4, 1, 1);
-      break;
-    case 0x3F:
-      FlagH = FlagC;
-      FlagC = FlagC != 1 ? 1 : 0;
-      FlagN = 0;
-      Finish(4, 1, 1);
-      break;
-    case 0x32:
-      MemWrite(ReadWord(operand1), A);
-      Finish(13, 3, 1);
-      break;
-    case 0x3A:
-      A = MemRead(ReadWord(operand1));
-      Finish(13, 3, 1);
-      break;
-    default: break;
+      SetPair(pair, ReadWord(operand1));
+      return Finish(10, 3, 1);
+    case 2: return xxIndirect(target);
+    case 3: StepPair(pair, second ? -1 : 1); return Finish(6, 1, 1);
+    case 4: WriteOperand(target, Inc8(ReadOperand(target))); return Finish(target == 6 ? 11 : 4, 1, 1);
+    case 5: WriteOperand(target, Dec8(ReadOperand(target))); return Finish(target == 6 ? 11 : 4, 1, 1);
+    case 6: WriteOperand(target, MemRead(operand1)); return Finish(target == 6 ? 10 : 7, 2, 1);
+    default: return xxAccumulator(target);
   }
 }
 
-void LiteralMachine::xxHigh() {
-  int32_t operand1 = Add32(PC, 1);
-  int32_t which = (CurOpcode >> 3) & 7;
-  switch (CurOpcode) {
-    case 0xC6:
-    case 0xCE:
-    case 0xD6:
-    case 0xE6:
-    case 0xFE:
-      Alu(which, MemRead(operand1));
-      Finish(7, 2, 1);
-      break;
-    case 0xDE:
-      SbcA(MemRead(operand1));
-      Finish(4, 2, 1);
-      break;
-    case 0xEE:
-    case 0xF6:
-      Alu(which, MemRead(operand1));
-      Finish(2, 2, 1);
-      break;
-    case 0xC0:
-    case 0xC8:
-    case 0xD0:
-    case 0xD8:
-    case 0xE0:
-    case 0xE8:
-    case 0xF0:
-    case 0xF8:
-      if (Condition(which)) {
-        RetFromStack();
-        Finish(10, 0, 2);
-      } else {
-        Finish(5, 1, 2);
+void LiteralMachine::xxJumps(int32_t which) {
+  const int32_t operand1 = Add32(PC, 1);
+  switch (which) {
+    case 0: return Finish(4, 1, 1);
+    case 1:
+      for (const auto& [here, there] : {std::pair(&A, &A2),
+                                        {&FlagS, &AltFlagS},
+                                        {&FlagZ, &AltFlagZ},
+                                        {&FlagY, &AltFlagY},
+                                        {&FlagH, &AltFlagH},
+                                        {&FlagX, &AltFlagX},
+                                        {&FlagPV, &AltFlagPV},
+                                        {&FlagN, &AltFlagN},
+                                        {&FlagC, &AltFlagC}})
+        std::swap(*here, *there);
+      return Finish(4, 1, 1);
+    case 2:
+      if (B == 1) {
+        B = 0;
+        return Finish(8, 2, 1);
       }
+      B = B == 0 ? 255 : B - 1;
+      JumpRel(MemRead(operand1));
+      return Finish(13, 0, 1);
+    default:
+      if (which > 3 && !Condition(which - 4)) return Finish(7, 2, 1);
+      JumpRel(MemRead(operand1));
+      return Finish(12, 0, 1);
+  }
+}
+
+void LiteralMachine::xxIndirect(int32_t which) {
+  const int32_t operand1 = Add32(PC, 1);
+  switch (which) {
+    case 0:
+    case 2: MemWrite(Pair(which / 2), A); return Finish(7, 1, 1);
+    case 1:
+    case 3: A = MemRead(Pair(which / 2)); return Finish(7, 1, 1);
+    case 4: WriteWord(ReadWord(operand1), HL()); return Finish(16, 3, 1);
+    case 5: SetHL(ReadWord(ReadWord(operand1))); return Finish(16, 3, 1);
+    case 6: MemWrite(ReadWord(operand1), A); return Finish(13, 3, 1);
+    default: A = MemRead(ReadWord(operand1)); return Finish(13, 3, 1);
+  }
+}
+
+void LiteralMachine::xxAccumulator(int32_t which) {
+  const int32_t oldCarry = FlagC;
+  if (which == 4) {
+    Daa();
+    return Finish(7, 1, 1);
+  }
+  FlagH = FlagN = 0;
+  switch (which) {
+    case 0:
+      FlagC = A > 127 ? 1 : 0;
+      A = 2 * A - 255 * FlagC;
       break;
-    case 0xC1:
-      SetBC(Pop2());
-      Finish(10, 1, 1);
+    case 1:
+      FlagC = A & 1;
+      A = A / 2 + 128 * FlagC;
       break;
-    case 0xD1:
-      SetDE(Pop2());
-      Finish(10, 1, 1);
+    case 2:
+      FlagC = A > 127 ? 1 : 0;
+      A = ((2 * A) & 255) + oldCarry;
       break;
-    case 0xE1:
-      SetHL(Pop2());
-      Finish(10, 1, 1);
+    case 3:
+      FlagC = A & 1;
+      A = A / 2 + (oldCarry != 0 ? 128 : 0);
       break;
-    case 0xF1: {
-      int32_t word = Pop2();
+    case 5:
+      A = A ^ 0xFF;
+      FlagH = FlagN = 1;
+      break;
+    case 6: FlagC = 1; break;
+    default:
+      FlagH = oldCarry;
+      FlagC = oldCarry != 1 ? 1 : 0;
+      break;
+  }
+  Finish(4, 1, 1);
+}
+
+// C0 to FF, by the low three bits: returns, pops and what stands beside them, jumps, what stands beside JP,
+// calls, pushes, arithmetic with a byte, restarts.
+void LiteralMachine::xxHigh() {
+  const int32_t operand1 = Add32(PC, 1);
+  const int32_t which = (CurOpcode >> 3) & 7;
+  switch (CurOpcode & 7) {
+    case 0:
+      if (!Condition(which)) return Finish(5, 1, 2);
+      RetFromStack();
+      return Finish(10, 0, 2);
+    case 1: return xxPops(which);
+    case 2: {
+      const bool jumps = Condition(which);
+      if (jumps) PC = ReadWord(operand1);
+      if (CurOpcode == 0xC2) return jumps ? Finish(10, 0, 0) : Finish(10, 3, 1);
+      if (!jumps) return Finish(6, 3, 1);
+      return Finish(CurOpcode == 0xDA ? 0 : 10, 0, 1);
+    }
+    case 3: return xxOthers(which);
+    case 4:
+      if (!Condition(which)) return Finish(10, 3, 1);
+      CallTo(ReadWord(operand1));
+      return Finish(17, 0, 1);
+    case 5:
+      if (CurOpcode == 0xCD) {
+        CallTo(ReadWord(operand1));
+        return Finish(17, 0, 1);
+      }
+      if ((which & 1) != 0) return EnterPrefix();
+      if (which == 6) {
+        Push2(A, FlagByte());
+      } else {
+        Push2(Pair(which / 2) / 256, Pair(which / 2) & 0xFF);
+      }
+      return Finish(11, 1, 1);
+    case 6:
+      Alu(which, MemRead(operand1));
+      return Finish(which == 3 ? 4 : which == 5 || which == 6 ? 2 : 7, 2, 1);
+    default: RstTo(which * 8); return Finish(11, 0, which == 7 ? 1 : 2);
+  }
+}
+
+void LiteralMachine::xxPops(int32_t which) {
+  switch (which) {
+    case 6: {
+      const int32_t word = Pop2();
       SetFlagByte(word & 0xFF);
       A = word / 256;
-      Finish(10, 1, 1);
-      break;
+      return Finish(10, 1, 1);
     }
-    case 0xC2:
-      if (FlagZ == 0) {
-        PC = ReadWord(operand1);
-        Finish(10, 0, 0);
-      } else {
-        Finish(10, 3, 1);
-      }
-      break;
-    case 0xC3:
-      PC = ReadWord(operand1);
-      Finish(10, 0, 1);
-      break;
-    case 0xCA:
-    case 0xD2:
-    case 0xE2:
-    case 0xEA:
-    case 0xF2:
-    case 0xFA:
-      if (Condition(which)) {
-        PC = ReadWord(operand1);
-        Finish(10, 0, 1);
-      } else {
-        Finish(6, 3, 1);
-      }
-      break;
-    case 0xDA:
-      if (FlagC == 1) {
-        PC = ReadWord(operand1);
-        Finish(0, 0, 1);
-      } else {
-        Finish(6, 3, 1);
-      }
-      break;
-    case 0xC4:
-    case 0xCC:
-    case 0xD4:
-    case 0xDC:
-    case 0xE4:
-    case 0xEC:
-    case 0xF4:
-    case 0xFC:
-      if (Condition(which)) {
-        CallTo(ReadWord(operand1));
-        Finish(17, 0, 1);
-      } else {
-        Finish(10, 3, 1);
-      }
-      break;
-    case 0xCD:
-      CallTo(ReadWord(operand1));
-      Finish(17, 0, 1);
-      break;
-    case 0xC5:
-      Push2(B, C);
-      Finish(11, 1, 1);
-      break;
-    case 0xD5:
-      Push2(D, E);
-      Finish(11, 1, 1);
-      break;
-    case 0xE5:
-      Push2(H, L);
-      Finish(11, 1, 1);
-      break;
-    case 0xF5:
-      Push2(A, FlagByte());
-      Finish(11, 1, 1);
-      break;
-    case 0xC7:
-    case 0xCF:
-    case 0xD7:
-    case 0xDF:
-    case 0xE7:
-    case 0xEF:
-    case 0xF7:
-      RstTo(CurOpcode & 0x38);
-      Finish(11, 0, 2);
-      break;
-    case 0xFF:
-      RstTo(0x38);
-      Finish(11, 0, 1);
-      break;
-    case 0xC9:
-      RetFromStack();
-      Finish(10, 0, 1);
-      break;
-    case 0xD3:
-      PortOut(MemRead(operand1), A);
-      Finish(11, 2, 1);
-      break;
-    case 0xDB:
-      A = PortIn(MemRead(operand1));
-      Finish(11, 2, 3);
-      break;
-    case 0xD9:
-      std::swap(B, B2);
-      std::swap(C, C2);
-      std::swap(D, D2);
-      std::swap(E, E2);
-      std::swap(H, H2);
-      std::swap(L, L2);
-      Finish(4, 1, 1);
-      break;
-    case 0xE3: {
-      int32_t lo = MemRead(SP);
-      int32_t hi = MemRead(Add32(SP, 1));
-      MemWrite(SP, L);
-      MemWrite(Add32(SP, 1), H);
+    case 1: RetFromStack(); return Finish(10, 0, 1);
+    case 3:
+      for (const auto& [here, there] :
+           {std::pair(&B, &B2), {&C, &C2}, {&D, &D2}, {&E, &E2}, {&H, &H2}, {&L, &L2}})
+        std::swap(*here, *there);
+      return Finish(4, 1, 1);
+    case 5: PC = HL(); return Finish(4, 0, 1);
+    case 7: SP = HL(); return Finish(10, 1, 1);
+    default: SetPair(which / 2, Pop2()); return Finish(10, 1, 1);
+  }
+}
+
+void LiteralMachine::xxOthers(int32_t which) {
+  const int32_t operand1 = Add32(PC, 1);
+  switch (which) {
+    case 0: PC = ReadWord(operand1); return Finish(10, 0, 1);
+    case 1: return EnterPrefix();
+    case 2: PortOut(MemRead(operand1), A); return Finish(11, 2, 1);
+    case 3: A = PortIn(MemRead(operand1)); return Finish(11, 2, 3);
+    case 4: {
+      const int32_t lo = MemRead(SP), hi = MemRead(Add32(SP, 1));
+      WriteWord(SP, HL());
       L = lo;
       H = hi;
-      Finish(19, 1, 2);
-      break;
+      return Finish(19, 1, 2);
     }
-    case 0xE9:
-      PC = HL();
-      Finish(4, 0, 1);
-      break;
-    case 0xEB:
+    case 5:
       std::swap(D, H);
       std::swap(E, L);
-      Finish(4, 1, 1);
-      break;
-    case 0xF3:
-      IFF1 = 0;
-      IFF2 = 0;
-      Finish(4, 1, 1);
-      break;
-    case 0xFB:
-      IFF1 = 1;
-      IFF2 = 1;
-      Finish(4, 1, 1);
-      break;
-    case 0xF9:
-      SP = HL();
-      Finish(10, 1, 1);
-      break;
-    case 0xCB:
-    case 0xDD:
-    case 0xED:
-    case 0xFD:
-      Prefix();
-      PC = Add32(PC, 1);
-      break;
-    default: break;
+      return Finish(4, 1, 1);
+    default: IFF1 = IFF2 = which == 7 ? 1 : 0; return Finish(4, 1, 1);
   }
+}
+
+void LiteralMachine::EnterPrefix() {
+  Prefix();
+  PC = Add32(PC, 1);
 }
 
 void LiteralMachine::xxCB() {

@@ -341,7 +341,32 @@ void LiteralMachine::PortOut(int32_t port, int32_t& value) {
     case 0x05:
     case 0x0F:
     case 0x18:
+    case 0x21:
     case 0xA0: break;
+    case 0x0C:
+    case 0x0D:
+    case 0x0E:
+    case 0x10:
+      FloppyCommand(value & 0xFF);
+      store = false;
+      break;
+    case 0x11:
+      FdcTrack = value & 0xFF;
+      store = false;
+      break;
+    case 0x12:
+      FdcSector = value & 0xFF;
+      store = false;
+      break;
+    case 0x13:
+      FdcData = value & 0xFF;
+      store = false;
+      break;
+    case 0x14: store = false; break;
+    case 0x20:
+      SerialTx.push_back(static_cast<uint8_t>(value & 0xFF));
+      store = false;
+      break;
     case 0x06: {
       if ((value & 0x80) == 0) {
         PortShadow[0x59] = static_cast<uint8_t>(PortShadow[0x59] & 0x7F);
@@ -371,6 +396,12 @@ void LiteralMachine::PortOut(int32_t port, int32_t& value) {
       TapeWriteEdge();
       store = false;
       break;
+    // The sound card's chips have models of their own; here it counts that their ports keep nothing.
+    case 0x30:
+    case 0x32 ... 0x35:
+    case 0x38 ... 0x3D:
+    case 0xE0 ... 0xF8:
+    case 0xFD ... 0xFF: store = false; break;
     case 0x58:
     case 0x5C:
       PortShadow[0x59] = static_cast<uint8_t>(PortShadow[0x59] | 0x01);
@@ -421,8 +452,39 @@ void LiteralMachine::PortOut(int32_t port, int32_t& value) {
   }
 }
 
+// The commands that leave something in a register that the machine can read.
+void LiteralMachine::FloppyCommand(int32_t value) {
+  int32_t high = value & 0xF0;
+  if (high == 0x00) {
+    FdcTrack = 0;
+  }
+  if (high == 0x00 || high == 0x10 || high == 0x80 || high == 0x90) {
+    FdcHwStatus = 0x80;
+  }
+  if (high == 0xC0) {
+    FdcHwStatus = 0x81;
+  }
+}
+
+int32_t LiteralMachine::FloppyData() {
+  FdcData = 0;
+  FdcCount += 1;
+  if (FdcCount == 512) {
+    FdcCount = 0;
+    FdcHwStatus = 1;
+  }
+  return FdcData;
+}
+
 int32_t LiteralMachine::PortIn(int32_t port) {
   switch (port) {
+    case 0x10:
+    case 0x11: return FdcTrack;
+    case 0x12: return FdcSector;
+    case 0x13: return FloppyData();
+    case 0x14: return FdcHwStatus;
+    case 0x20:
+    case 0x21: return 0;
     case 0x58:
     case 0x5C: {
       // Rows 11 to 15 have no keys.

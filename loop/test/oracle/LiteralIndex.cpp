@@ -1,4 +1,4 @@
-// The DD and FD pages. IX and IY differ in their counts, so each page is written out by itself.
+// The DD and FD pages.
 #include "loop/test/oracle/LiteralMachine.h"
 
 namespace oracle {
@@ -11,113 +11,35 @@ bool LiteralMachine::IndexHalf(int32_t& index) {
   // Writes rebuild the whole register at the end.
   int32_t newHigh = high;
   int32_t newLow = low;
-  switch (CurOpcode) {
-    case 0x24:
-    case 0x25:
-    case 0x2C:
-    case 0x2D:
-    case 0x26:
-    case 0x2E:
-    case 0x44:
-    case 0x45:
-    case 0x4C:
-    case 0x4D:
-    case 0x54:
-    case 0x55:
-    case 0x5C:
-    case 0x5D:
-    case 0x7C:
-    case 0x7D:
-    case 0x60:
-    case 0x61:
-    case 0x62:
-    case 0x63:
-    case 0x64:
-    case 0x65:
-    case 0x67:
-    case 0x68:
-    case 0x69:
-    case 0x6A:
-    case 0x6B:
-    case 0x6C:
-    case 0x6D:
-    case 0x6F:
-    case 0x84:
-    case 0x85:
-    case 0x8C:
-    case 0x8D:
-    case 0x94:
-    case 0x95:
-    case 0x9C:
-    case 0x9D:
-    case 0xA4:
-    case 0xA5:
-    case 0xAC:
-    case 0xAD:
-    case 0xB4:
-    case 0xB5:
-    case 0xBC:
-    case 0xBD: break;
-    default: return false;
-  }
+  // INC, DEC and LD n of a half; loads from and to one, but for the place of memory; arithmetic with one.
+  const int32_t source = CurOpcode & 7, target = (CurOpcode >> 3) & 7;
+  const bool fromHalf = source == 4 || source == 5, toHalf = target == 4 || target == 5;
+  const bool change = CurOpcode < 0x40 && toHalf && source >= 4 && source <= 6;
+  const bool load =
+      CurOpcode >= 0x40 && CurOpcode < 0x80 && (fromHalf || toHalf) && source != 6 && target != 6;
+  const bool arithmetic = CurOpcode >= 0x80 && CurOpcode < 0xC0 && fromHalf;
+  if (!change && !load && !arithmetic) return false;
   if (UnDocEnabled == 0) {
     MissingOP();
     return true;
   }
-  switch (CurOpcode) {
-    case 0x24: newHigh = Inc8(high); break;
-    case 0x25: newHigh = Dec8(high); break;
-    case 0x2C: newLow = Inc8(low); break;
-    case 0x2D: newLow = Dec8(low); break;
-    case 0x26:
-      newHigh = MemRead(Add32(PC, 1));
-      byteOperand = true;
-      break;
-    case 0x2E:
-      newLow = MemRead(Add32(PC, 1));
-      byteOperand = true;
-      break;
-    case 0x44: B = high; break;
-    case 0x45: B = low; break;
-    case 0x4C: C = high; break;
-    case 0x4D: C = low; break;
-    case 0x54: D = high; break;
-    case 0x55: D = low; break;
-    case 0x5C: E = high; break;
-    case 0x5D: E = low; break;
-    case 0x7C: A = high; break;
-    case 0x7D: A = low; break;
-    case 0x60: newHigh = B; break;
-    case 0x61: newHigh = C; break;
-    case 0x62: newHigh = D; break;
-    case 0x63: newHigh = E; break;
-    case 0x64: break;
-    case 0x65: newHigh = low; break;
-    case 0x67: newHigh = A; break;
-    case 0x68: newLow = B; break;
-    case 0x69: newLow = C; break;
-    case 0x6A: newLow = D; break;
-    case 0x6B: newLow = E; break;
-    case 0x6C: newLow = high; break;
-    case 0x6D: break;
-    case 0x6F: newLow = A; break;
-    case 0x84: AddA(high); break;
-    case 0x85: AddA(low); break;
-    case 0x8C: AdcA(high); break;
-    case 0x8D: AdcA(low); break;
-    case 0x94: SubA(high); break;
-    case 0x95: SubA(low); break;
-    case 0x9C: SbcA(high); break;
-    case 0x9D: SbcA(low); break;
-    case 0xA4: AndA(high); break;
-    case 0xA5: AndA(low); break;
-    case 0xAC: XorA(high); break;
-    case 0xAD: XorA(low); break;
-    case 0xB4: OrA(high); break;
-    case 0xB5: OrA(low); break;
-    case 0xBC: CpA(high); break;
-    case 0xBD: CpA(low); break;
-    default: break;
+  const auto half = [&](int32_t operand) {
+    return operand == 4 ? high : operand == 5 ? low : ReadOperand(operand);
+  };
+  int32_t& changed = target == 4 ? newHigh : newLow;
+  if (arithmetic) {
+    Alu(target, half(source));
+  } else if (load && toHalf) {
+    changed = half(source);
+  } else if (load) {
+    WriteOperand(target, half(source));
+  } else if (source == 4) {
+    changed = Inc8(half(target));
+  } else if (source == 5) {
+    changed = Dec8(half(target));
+  } else {
+    changed = MemRead(Add32(PC, 1));
+    byteOperand = true;
   }
   index = newHigh * 256 + newLow;
   if (byteOperand) {
@@ -128,380 +50,69 @@ bool LiteralMachine::IndexHalf(int32_t& index) {
   return true;
 }
 
-void LiteralMachine::xxDD() {
+// Both pages do the same to their register, in other T-states and steps of R.
+void LiteralMachine::IndexPage(bool y) {
+  int32_t& index = y ? IY : IX;
   IndexDisp = SignByte(MemRead(Add32(PC, 1)));
-  int32_t operand1 = Add32(PC, 1);
-  int32_t operand2 = Add32(PC, 2);
-  int32_t at = Add32(IX, IndexDisp);
+  const int32_t operand1 = Add32(PC, 1), operand2 = Add32(PC, 2);
+  const int32_t at = Add32(index, IndexDisp);
+  const int32_t source = CurOpcode & 7, target = (CurOpcode >> 3) & 7;
   switch (CurOpcode) {
     case 0xCB:
       Prefix();
-      PC = Add32(PC, 1);
+      if (!y) PC = Add32(PC, 1);  // in the other page it stays on the CB byte
       return;
-    case 0x09:
-      AddIX(BC());
-      Finish(15, 1, 1);
-      return;
-    case 0x19:
-      AddIX(DE());
-      Finish(15, 1, 1);
-      return;
-    case 0x29:
-      AddIX(IX);
-      Finish(15, 1, 1);
-      return;
-    case 0x39:
-      AddIX(SP);
-      Finish(15, 1, 1);
-      return;
-    case 0x21:
-      IX = ReadWord(operand1);
-      Finish(19, 3, 1);
-      return;
-    case 0x22:
-      WriteWord(ReadWord(operand1), IX);
-      Finish(20, 3, 2);
-      return;
-    case 0x2A:
-      IX = ReadWord(ReadWord(operand1));
-      Finish(20, 3, 1);
-      return;
-    case 0x23:
-      IX = Add32(IX, 1) & 0xFFFF;
-      Finish(6, 1, 1);
-      return;
-    case 0x2B:
-      IX = Sub32(IX, 1) & 0xFFFF;
-      Finish(6, 1, 1);
-      return;
-    case 0x34:
-      MemWrite(at, Inc8(MemRead(at)));
-      Finish(23, 2, 1);
-      return;
-    case 0x35:
-      MemWrite(at, Dec8(MemRead(at)));
-      Finish(23, 2, 1);
-      return;
-    case 0x36:
-      MemWrite(at, MemRead(operand2));
-      Finish(19, 3, 1);
-      return;
-    case 0x46:
-      B = MemRead(at);
-      Finish(19, 2, 1);
-      return;
-    case 0x4E:
-      C = MemRead(at);
-      Finish(19, 2, 1);
-      return;
-    case 0x56:
-      D = MemRead(at);
-      Finish(19, 2, 1);
-      return;
-    case 0x5E:
-      E = MemRead(at);
-      Finish(19, 2, 1);
-      return;
-    case 0x6E:
-      L = MemRead(at);
-      Finish(19, 2, 1);
-      return;
-    case 0x66:
-      H = MemRead(at);
-      Finish(19, 2, 2);
-      return;
-    case 0x7E:
-      A = MemRead(at);
-      Finish(19, 2, 2);
-      return;
-    case 0x70:
-      MemWrite(at, B);
-      Finish(19, 2, 1);
-      return;
-    case 0x71:
-      MemWrite(at, C);
-      Finish(19, 2, 1);
-      return;
-    case 0x72:
-      MemWrite(at, D);
-      Finish(19, 2, 1);
-      return;
-    case 0x73:
-      MemWrite(at, E);
-      Finish(19, 2, 1);
-      return;
-    case 0x74:
-      MemWrite(at, H);
-      Finish(19, 2, 1);
-      return;
-    case 0x75:
-      MemWrite(at, L);
-      Finish(19, 2, 1);
-      return;
-    case 0x77:
-      MemWrite(at, A);
-      Finish(19, 2, 1);
-      return;
-    case 0x86:
-      AddA(MemRead(at));
-      Finish(19, 2, 1);
-      return;
-    case 0x8E:
-      AdcA(MemRead(at));
-      Finish(19, 2, 1);
-      return;
-    case 0x96:
-      SubA(MemRead(at));
-      Finish(19, 2, 1);
-      return;
-    case 0x9E:
-      SbcA(MemRead(at));
-      Finish(19, 2, 1);
-      return;
-    case 0xA6:
-      AndA(MemRead(at));
-      Finish(19, 2, 1);
-      return;
-    case 0xAE:
-      XorA(MemRead(at));
-      Finish(19, 2, 1);
-      return;
-    case 0xB6:
-      OrA(MemRead(at));
-      Finish(19, 2, 1);
-      return;
-    case 0xBE:
-      CpA(MemRead(at));
-      Finish(19, 2, 1);
-      return;
-    case 0xE1:
-      IX = Pop2();
-      Finish(10, 1, 1);
-      return;
+    case 0x09: AddIndex(index, BC()); return Finish(15, 1, 1);
+    case 0x19: AddIndex(index, DE()); return Finish(15, 1, 1);
+    case 0x29: AddIndex(index, index); return Finish(15, 1, y ? 4 : 1);
+    case 0x39: AddIndex(index, SP); return Finish(15, 1, y ? 4 : 1);
+    case 0x21: index = ReadWord(operand1); return Finish(19, 3, 1);
+    case 0x22: WriteWord(ReadWord(operand1), index); return Finish(20, 3, 2);
+    case 0x2A: index = ReadWord(ReadWord(operand1)); return Finish(20, 3, 1);
+    case 0x23: index = Add32(index, 1) & 0xFFFF; return Finish(6, 1, 1);
+    case 0x2B: index = Sub32(index, 1) & 0xFFFF; return Finish(y ? 10 : 6, 1, y ? 2 : 1);
+    case 0x34: MemWrite(at, Inc8(MemRead(at))); return Finish(23, 2, y ? 2 : 1);
+    case 0x35: MemWrite(at, Dec8(MemRead(at))); return Finish(23, 2, y ? 2 : 1);
+    case 0x36: MemWrite(at, MemRead(operand2)); return Finish(19, 3, 1);
+    case 0xE1: index = Pop2(); return Finish(10, 1, 1);
     case 0xE3: {
-      int32_t lo = MemRead(SP);
-      int32_t hi = MemRead(Add32(SP, 1));
-      WriteWord(SP, IX);
-      IX = hi * 256 + lo;
-      Finish(23, 1, 2);
-      return;
+      const int32_t lo = MemRead(SP), hi = MemRead(Add32(SP, 1));
+      WriteWord(SP, index);
+      index = hi * 256 + lo;
+      return Finish(23, 1, 2);
     }
-    case 0xE5:
-      Push2((IX >> 8) & 0xFF, IX & 0xFF);
-      Finish(15, 1, 1);
-      return;
-    case 0xE9:
-      PC = IX;
-      Finish(8, 0, 1);
-      return;
-    case 0xF9:
-      SP = IX;
-      Finish(10, 1, 2);
-      return;
+    case 0xE5: Push2((index >> 8) & 0xFF, index & 0xFF); return Finish(15, 1, 1);
+    case 0xE9: PC = index; return Finish(8, 0, 1);
+    case 0xF9: SP = index; return Finish(10, 1, 2);
     default: break;
   }
-  if (!IndexHalf(IX)) {
-    MissingOP();
+  if (CurOpcode >= 0x40 && CurOpcode < 0x80 && source == 6 && target != 6) {
+    WriteOperand(target, MemRead(at));
+    return Finish(19, 2, y || CurOpcode == 0x66 || CurOpcode == 0x7E ? 2 : 1);
   }
+  if (CurOpcode >= 0x70 && CurOpcode < 0x78 && source != 6) {
+    MemWrite(at, ReadOperand(source));
+    return Finish(y ? 20 : 19, 2, 1);
+  }
+  if (CurOpcode >= 0x80 && CurOpcode < 0xC0 && source == 6) {
+    Alu(target, MemRead(at));
+    return Finish(19, 2, y && CurOpcode == 0x8E ? 4 : y && CurOpcode == 0x9E ? 5 : 1);
+  }
+  if (!IndexHalf(index)) MissingOP();
 }
 
+void LiteralMachine::xxDD() { IndexPage(false); }
+
 void LiteralMachine::xxFD() {
+  if (CurOpcode < 0xF0 || CurOpcode > 0xF3) return IndexPage(true);
+  // A program steers the emulator with these four.
   IndexDisp = SignByte(MemRead(Add32(PC, 1)));
-  int32_t operand1 = Add32(PC, 1);
-  int32_t operand2 = Add32(PC, 2);
-  int32_t at = Add32(IY, IndexDisp);
-  switch (CurOpcode) {
-    case 0xCB:
-      // PC stays on the CB byte, unlike in the other page.
-      Prefix();
-      return;
-    case 0x09:
-      AddIY(BC());
-      Finish(15, 1, 1);
-      return;
-    case 0x19:
-      AddIY(DE());
-      Finish(15, 1, 1);
-      return;
-    case 0x29:
-      AddIY(IY);
-      Finish(15, 1, 4);
-      return;
-    case 0x39:
-      AddIY(SP);
-      Finish(15, 1, 4);
-      return;
-    case 0x21:
-      IY = ReadWord(operand1);
-      Finish(19, 3, 1);
-      return;
-    case 0x22:
-      WriteWord(ReadWord(operand1), IY);
-      Finish(20, 3, 2);
-      return;
-    case 0x2A:
-      IY = ReadWord(ReadWord(operand1));
-      Finish(20, 3, 1);
-      return;
-    case 0x23:
-      IY = Add32(IY, 1) & 0xFFFF;
-      Finish(6, 1, 1);
-      return;
-    case 0x2B:
-      IY = Sub32(IY, 1) & 0xFFFF;
-      Finish(10, 1, 2);
-      return;
-    case 0x34:
-      MemWrite(at, Inc8(MemRead(at)));
-      Finish(23, 2, 2);
-      return;
-    case 0x35:
-      MemWrite(at, Dec8(MemRead(at)));
-      Finish(23, 2, 2);
-      return;
-    case 0x36:
-      MemWrite(at, MemRead(operand2));
-      Finish(19, 3, 1);
-      return;
-    case 0x46:
-      B = MemRead(at);
-      Finish(19, 2, 2);
-      return;
-    case 0x4E:
-      C = MemRead(at);
-      Finish(19, 2, 2);
-      return;
-    case 0x56:
-      D = MemRead(at);
-      Finish(19, 2, 2);
-      return;
-    case 0x5E:
-      E = MemRead(at);
-      Finish(19, 2, 2);
-      return;
-    case 0x6E:
-      L = MemRead(at);
-      Finish(19, 2, 2);
-      return;
-    case 0x66:
-      H = MemRead(at);
-      Finish(19, 2, 2);
-      return;
-    case 0x7E:
-      A = MemRead(at);
-      Finish(19, 2, 2);
-      return;
-    case 0x70:
-      MemWrite(at, B);
-      Finish(20, 2, 1);
-      return;
-    case 0x71:
-      MemWrite(at, C);
-      Finish(20, 2, 1);
-      return;
-    case 0x72:
-      MemWrite(at, D);
-      Finish(20, 2, 1);
-      return;
-    case 0x73:
-      MemWrite(at, E);
-      Finish(20, 2, 1);
-      return;
-    case 0x74:
-      MemWrite(at, H);
-      Finish(20, 2, 1);
-      return;
-    case 0x75:
-      MemWrite(at, L);
-      Finish(20, 2, 1);
-      return;
-    case 0x77:
-      MemWrite(at, A);
-      Finish(20, 2, 1);
-      return;
-    case 0x86:
-      AddA(MemRead(at));
-      Finish(19, 2, 1);
-      return;
-    case 0x8E:
-      AdcA(MemRead(at));
-      Finish(19, 2, 4);
-      return;
-    case 0x96:
-      SubA(MemRead(at));
-      Finish(19, 2, 1);
-      return;
-    case 0x9E:
-      SbcA(MemRead(at));
-      Finish(19, 2, 5);
-      return;
-    case 0xA6:
-      AndA(MemRead(at));
-      Finish(19, 2, 1);
-      return;
-    case 0xAE:
-      XorA(MemRead(at));
-      Finish(19, 2, 1);
-      return;
-    case 0xB6:
-      OrA(MemRead(at));
-      Finish(19, 2, 1);
-      return;
-    case 0xBE:
-      CpA(MemRead(at));
-      Finish(19, 2, 1);
-      return;
-    case 0xE1:
-      IY = Pop2();
-      Finish(10, 1, 1);
-      return;
-    case 0xE3: {
-      int32_t lo = MemRead(SP);
-      int32_t hi = MemRead(Add32(SP, 1));
-      WriteWord(SP, IY);
-      IY = hi * 256 + lo;
-      Finish(23, 1, 2);
-      return;
-    }
-    case 0xE5:
-      Push2((IY >> 8) & 0xFF, IY & 0xFF);
-      Finish(15, 1, 1);
-      return;
-    case 0xE9:
-      PC = IY;
-      Finish(8, 0, 1);
-      return;
-    case 0xF9:
-      SP = IY;
-      Finish(10, 1, 2);
-      return;
-    // A program steers the emulator with the next four.
-    case 0xF0:
-      if (IFF1 == 1) {
-        IrqLine = 1;
-      }
-      Finish(0, 1, 0);
-      return;
-    case 0xF1:
-      NmiRequest = 1;
-      Beeps++;
-      Finish(0, 1, 0);
-      return;
-    case 0xF2:
-      ResetRequest = 1;
-      Beeps++;
-      Finish(0, 1, 0);
-      return;
-    case 0xF3:
-      CpuRunning = 0;
-      Beeps++;
-      Finish(0, 1, 0);
-      return;
-    default: break;
-  }
-  if (!IndexHalf(IY)) {
-    MissingOP();
-  }
+  if (CurOpcode == 0xF0 && IFF1 == 1) IrqLine = 1;
+  if (CurOpcode == 0xF1) NmiRequest = 1;
+  if (CurOpcode == 0xF2) ResetRequest = 1;
+  if (CurOpcode == 0xF3) CpuRunning = 0;
+  if (CurOpcode != 0xF0) Beeps++;
+  Finish(0, 1, 0);
 }
 
 }  // namespace oracle

@@ -69,7 +69,10 @@ struct LiteralMachine {
   std::array<int32_t, 288> BorderLines{};
   std::array<uint8_t, 441> DacSlots{};
   int32_t LpenHigh = 0, LpenLow = 0;
-  std::vector<uint8_t> TapeIn;  // the samples to come
+  int32_t FdcTrack = 0, FdcSector = 0, FdcData = 0, FdcHwStatus = 0,
+          FdcCount = 0;           // no disk is in the drives
+  std::vector<uint8_t> SerialTx;  // nothing ever comes in
+  std::vector<uint8_t> TapeIn;    // the samples to come
   size_t TapeNext = 0;
   int32_t TapeLastCycle = 0, TapeLevel = 0, TapeOutPos = 45;
   bool x32KB = false, xio0 = false, xio1 = false, xScreenBW = false;
@@ -105,6 +108,10 @@ struct LiteralMachine {
   void MemWrite(int32_t address, int32_t value);
   int32_t PortIn(int32_t port);
   void PortOut(int32_t port, int32_t& value);
+  void FloppyCommand(int32_t value);
+  int32_t FloppyData();
+  void FloppyOut(int32_t port, int32_t value);
+  int32_t FloppyIn(int32_t port);
   int32_t ImageAt(int32_t offset) const;
   void StoreImage(int32_t offset, int32_t value);
   bool HasMex() const;
@@ -134,6 +141,7 @@ struct LiteralMachine {
   void AndA(int32_t v);
   void XorA(int32_t v);
   void OrA(int32_t v);
+  void LogicResult(int32_t result, int32_t half);
   void CpA(int32_t v);
   int32_t Inc8(int32_t v);
   int32_t Dec8(int32_t v);
@@ -147,8 +155,7 @@ struct LiteralMachine {
   int32_t Sll(int32_t v);
   int32_t Srl(int32_t v);
   void AddHL(int32_t v);
-  void AddIX(int32_t v);
-  void AddIY(int32_t v);
+  void AddIndex(int32_t& index, int32_t v);
   void AdcHL(int32_t v);
   void SbcHL(int32_t v);
   int32_t BC() const;
@@ -157,15 +164,13 @@ struct LiteralMachine {
   void SetBC(int32_t v);
   void SetDE(int32_t v);
   void SetHL(int32_t v);
-  void IncBC();
-  void IncDE();
-  void IncHL();
-  void DecBC();
-  void DecDE();
-  void DecHL();
+  int32_t Pair(int32_t which) const;  // BC, DE, HL, SP
+  void SetPair(int32_t which, int32_t v);
+  void StepPair(int32_t which, int32_t by);
   void IncSP();
   void DecSP();
   void Daa();
+  void NibbleFlags(int32_t result);
   void Rrd();
   void Rld();
   void JumpRel(int32_t e);
@@ -191,12 +196,20 @@ struct LiteralMachine {
   // The opcode pages.
   void xx();  // LiteralBase.cpp
   void xxLow();
+  void xxJumps(int32_t which);
+  void xxIndirect(int32_t which);
+  void xxAccumulator(int32_t which);
   void xxHigh();
+  void xxPops(int32_t which);
+  void xxOthers(int32_t which);
+  void EnterPrefix();
   void xxCB();
   void xxDD();  // LiteralIndex.cpp
   void xxFD();
   void xxDDCB();
   void xxFDCB();
+  void IndexPage(bool y);
+  void IndexBitsPage(bool y, int32_t pcStep);
   bool IndexHalf(int32_t& index);
   void xxED();  // LiteralEd.cpp
   void MoveBlock(bool up, bool repeat);

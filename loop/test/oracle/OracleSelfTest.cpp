@@ -24,56 +24,43 @@ TEST_F(LiteralMachineTest, PowerOnRegisters) {
   EXPECT_EQ(fresh.CrtcRegs[10], 32);
 }
 
-TEST_F(LiteralMachineTest, Dec8OfZeroAndInc8Of255) {
-  m.FlagC = 1;
-  EXPECT_EQ(m.Dec8(0), 255);
-  EXPECT_EQ(m.FlagZ, 0);
-  EXPECT_EQ(m.FlagS, 1);
-  EXPECT_EQ(m.FlagH, 1);
-  EXPECT_EQ(m.FlagN, 1);
-  EXPECT_EQ(m.FlagC, 1);
-  EXPECT_EQ(m.Inc8(255), 0);
-  EXPECT_EQ(m.FlagS, 0);
-  EXPECT_EQ(m.FlagZ, 1);
-  EXPECT_EQ(m.FlagH, 1);
-  EXPECT_EQ(m.Inc8(127), 128);
-  EXPECT_EQ(m.FlagPV, 1);
-  EXPECT_EQ(m.Dec8(128), 127);
-  EXPECT_EQ(m.FlagPV, 1);
-  EXPECT_EQ(m.FlagH, 1);
+TEST_F(LiteralMachineTest, CountedBytesSetTheirFlags) {
+  struct Case {
+    int32_t (LiteralMachine::*operation)(int32_t);
+    int32_t value, result, flags;  // the carry was set and stays
+  };
+  for (const auto& [operation, value, result, flags] : {
+           Case{&LiteralMachine::Dec8, 0, 255, 0x80 + 0x10 + 0x02 + 0x01},
+           Case{&LiteralMachine::Inc8, 255, 0, 0x40 + 0x10 + 0x01},
+           Case{&LiteralMachine::Inc8, 127, 128, 0x80 + 0x10 + 0x04 + 0x01},
+           Case{&LiteralMachine::Dec8, 128, 127, 0x10 + 0x04 + 0x02 + 0x01},
+       }) {
+    m.SetFlagByte(0x01);
+    EXPECT_EQ((m.*operation)(value), result);
+    EXPECT_EQ(m.FlagByte(), flags) << value;
+  }
 }
 
-TEST_F(LiteralMachineTest, AddSetsOverflowHalfAndCarry) {
-  m.A = 0x7F;
-  m.AddA(0x01);
-  EXPECT_EQ(m.A, 0x80);
-  EXPECT_EQ(m.FlagByte(), 0x80 + 0x10 + 0x04);
-  m.A = 0xFF;
-  m.AddA(0x01);
-  EXPECT_EQ(m.A, 0);
-  EXPECT_EQ(m.FlagByte(), 0x40 + 0x10 + 0x01);
-}
-
-TEST_F(LiteralMachineTest, SbcBorrowsThroughTheCarry) {
-  m.A = 0x00;
-  m.FlagC = 1;
-  m.SbcA(0x00);
-  EXPECT_EQ(m.A, 0xFF);
-  EXPECT_EQ(m.FlagByte(), 0x80 + 0x10 + 0x02 + 0x01);
-  m.A = 0x80;
-  m.FlagC = 0;
-  m.SbcA(0x01);
-  EXPECT_EQ(m.A, 0x7F);
-  EXPECT_EQ(m.FlagByte(), 0x10 + 0x04 + 0x02);
-}
-
-TEST_F(LiteralMachineTest, CompareTakesSpareFlagsFromOperand) {
-  m.A = 0x28;
-  m.CpA(0x28);
-  EXPECT_EQ(m.A, 0x28);
-  EXPECT_EQ(m.FlagByte(), 0x40 + 0x20 + 0x08 + 0x02);
-  m.CpA(0x00);
-  EXPECT_EQ(m.FlagByte(), 0x02);
+TEST_F(LiteralMachineTest, ArithmeticSetsItsFlags) {
+  struct Case {
+    void (LiteralMachine::*operation)(int32_t);
+    int32_t a, carry, operand, result, flags;
+  };
+  for (const auto& [operation, a, carry, operand, result, flags] : {
+           Case{&LiteralMachine::AddA, 0x7F, 0, 0x01, 0x80, 0x80 + 0x10 + 0x04},
+           Case{&LiteralMachine::AddA, 0xFF, 0, 0x01, 0x00, 0x40 + 0x10 + 0x01},
+           Case{&LiteralMachine::SbcA, 0x00, 1, 0x00, 0xFF, 0x80 + 0x10 + 0x02 + 0x01},
+           Case{&LiteralMachine::SbcA, 0x80, 0, 0x01, 0x7F, 0x10 + 0x04 + 0x02},
+           // A comparison takes its spare flags from the operand.
+           Case{&LiteralMachine::CpA, 0x28, 0, 0x28, 0x28, 0x40 + 0x20 + 0x08 + 0x02},
+           Case{&LiteralMachine::CpA, 0x28, 0, 0x00, 0x28, 0x02},
+       }) {
+    m.SetFlagByte(carry);
+    m.A = a;
+    (m.*operation)(operand);
+    EXPECT_EQ(m.A, result) << a;
+    EXPECT_EQ(m.FlagByte(), flags) << a;
+  }
 }
 
 TEST_F(LiteralMachineTest, RlcCarries) {
@@ -97,46 +84,35 @@ TEST_F(LiteralMachineTest, BitKeepsSignForBitsBelowSeven) {
   EXPECT_EQ(m.FlagPV, 1);
 }
 
-TEST_F(LiteralMachineTest, AdcHlHalfCarryUsesNewCarry) {
-  m.SetHL(0x0FFF);
-  m.FlagC = 1;
-  m.AdcHL(0);
-  EXPECT_EQ(m.HL(), 0x1000);
-  EXPECT_EQ(m.FlagH, 0);
-  EXPECT_EQ(m.FlagC, 0);
-  m.SetHL(0xFFFF);
-  m.FlagC = 0;
-  m.AdcHL(0x1000);  // 0x10FFF: new carry 1, and 0xFFF + 0 + 1 reaches bit 12
-  EXPECT_EQ(m.HL(), 0x0FFF);
-  EXPECT_EQ(m.FlagC, 1);
-  EXPECT_EQ(m.FlagH, 1);
-}
-
-TEST_F(LiteralMachineTest, SbcHlHalfCarryUsesNewCarry) {
-  m.SetHL(0x1000);
-  m.FlagC = 1;
-  m.SbcHL(0x0000);
-  EXPECT_EQ(m.HL(), 0x0FFF);
-  EXPECT_EQ(m.FlagH, 0);  // a real borrow, but the new carry is 0
-  EXPECT_EQ(m.FlagC, 0);
-  EXPECT_EQ(m.FlagN, 1);
-  m.SetHL(0x0000);
-  m.SbcHL(0x1000);
-  EXPECT_EQ(m.HL(), 0xF000);
-  EXPECT_EQ(m.FlagC, 1);
-  EXPECT_EQ(m.FlagH, 1);
-  EXPECT_EQ(m.FlagS, 1);
+TEST_F(LiteralMachineTest, HalfCarriesOf16BitsUseTheNewCarry) {
+  struct Case {
+    void (LiteralMachine::*operation)(int32_t);
+    int32_t hl, carry, operand, result, half, newCarry;
+  };
+  for (const auto& [operation, hl, carry, operand, result, half, newCarry] : {
+           Case{&LiteralMachine::AdcHL, 0x0FFF, 1, 0x0000, 0x1000, 0, 0},
+           Case{&LiteralMachine::AdcHL, 0xFFFF, 0, 0x1000, 0x0FFF, 1,
+                1},  // 0x10FFF; 0xFFF + 0 + 1 reaches bit 12
+           Case{&LiteralMachine::SbcHL, 0x1000, 1, 0x0000, 0x0FFF, 0,
+                0},  // a real borrow, but the new carry is 0
+           Case{&LiteralMachine::SbcHL, 0x0000, 0, 0x1000, 0xF000, 1, 1},
+       }) {
+    m.SetHL(hl);
+    m.FlagC = carry;
+    (m.*operation)(operand);
+    EXPECT_EQ(m.HL(), result);
+    EXPECT_EQ(m.FlagC, newCarry);
+    EXPECT_EQ(m.FlagH, half);
+    EXPECT_EQ(m.FlagS, result >> 15);
+    EXPECT_EQ(m.FlagN, operation == &LiteralMachine::SbcHL ? 1 : 0);
+  }
 }
 
 TEST_F(LiteralMachineTest, SllFlags) {
   EXPECT_EQ(m.Sll(0x7F), 0xFF);
-  EXPECT_EQ(m.FlagS, 1);
-  EXPECT_EQ(m.FlagZ, 0);
-  EXPECT_EQ(m.FlagPV, 1);
+  EXPECT_EQ(m.FlagByte(), 0x80 + 0x04);
   EXPECT_EQ(m.Sll(0x80), 1);
-  EXPECT_EQ(m.FlagZ, 0);
-  EXPECT_EQ(m.FlagC, 1);
-  EXPECT_EQ(m.FlagS, 0);
+  EXPECT_EQ(m.FlagByte(), 0x01);  // of odd parity
 }
 
 TEST_F(LiteralMachineTest, SrlOfZero) {
@@ -177,8 +153,7 @@ TEST_F(LiteralMachineTest, PopAfSpreadsTheFlags) {
 
 TEST_F(LiteralMachineTest, PushAfStoresHighFirst) {
   m.A = 0x34;
-  m.FlagS = 1;
-  m.FlagC = 1;
+  m.SetFlagByte(0x81);
   EXPECT_EQ(Run({0xF5}), 11);
   EXPECT_EQ(Peek(0x8FFF), 0x34);
   EXPECT_EQ(Peek(0x8FFE), 0x81);

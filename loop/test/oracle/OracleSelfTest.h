@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <initializer_list>
+#include <tuple>
+#include <utility>
 
 #include "loop/test/oracle/LiteralMachine.h"
 

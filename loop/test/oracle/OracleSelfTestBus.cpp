@@ -197,12 +197,12 @@ TEST_F(LiteralMachineTest, InterruptFlagPorts) {
 }
 
 TEST_F(LiteralMachineTest, KeyboardRows) {
-  m.PortShadow[3] = 0x48;
-  EXPECT_EQ(m.PortIn(0x58), 0xFF);
   m.KeyMatrix[8] = 0x02;
-  EXPECT_EQ(m.PortIn(0x5C), 0xFD);
-  m.PortShadow[3] = 0x0F;
-  EXPECT_EQ(m.PortIn(0x58), 0xFF);
+  for (const auto& [select, port, keys] :
+       {std::tuple(0x48, 0x58, 0xFD), {0x48, 0x5C, 0xFD}, {0x47, 0x58, 0xFF}, {0x0F, 0x58, 0xFF}}) {
+    m.PortShadow[3] = static_cast<uint8_t>(select);
+    EXPECT_EQ(m.PortIn(port), keys) << select;
+  }
 }
 
 TEST_F(LiteralMachineTest, UnknownPortsAreLogged) {
@@ -238,6 +238,29 @@ TEST_F(LiteralMachineTest, PrinterAndSample) {
   Out(6, 0x84);
   EXPECT_EQ(m.Printed, "Q");
   EXPECT_EQ(m.DacSlots[440], 0x11);
+}
+
+TEST_F(LiteralMachineTest, CardPorts) {
+  Out(0x11, 5);
+  EXPECT_EQ(m.PortIn(0x10), 5);
+  Out(0x0D, 0x0F);
+  EXPECT_EQ(m.PortIn(0x11), 0);
+  EXPECT_EQ(m.PortIn(0x14), 0x80);
+  for (int i = 0; i < 512; i++) {
+    EXPECT_EQ(m.PortIn(0x13), 0);
+  }
+  EXPECT_EQ(m.PortIn(0x14), 1);
+  Out(0x10, 0x2F);
+  EXPECT_EQ(m.PortIn(0x14), 1);
+  Out(0x10, 0xC5);
+  EXPECT_EQ(m.PortIn(0x14), 0x81);
+  Out(0x20, 'A');
+  EXPECT_EQ(m.SerialTx, std::vector<uint8_t>{'A'});
+  EXPECT_EQ(m.PortIn(0x20) + m.PortIn(0x21), 0);
+  Out(0x21, 3);
+  EXPECT_EQ(m.PortShadow[0x21], 3);
+  EXPECT_EQ(m.PortShadow[0x10], 0);
+  EXPECT_TRUE(m.List1.empty());
 }
 
 TEST_F(LiteralMachineTest, PaletteHistoryHoldsOldColours) {

@@ -10,29 +10,23 @@
 #include <iterator>
 
 #include "sound/sdl/frmDX_Play.h"
+#include "testkit/Files.h"
 
 namespace quoll {
 namespace {
 
-using Bytes = std::vector<uint8_t>;
+using test::Bytes;
 constexpr SoundFormat kFormat{22050, 8, 2, 0, {}};
 constexpr size_t kHalf = 4410;
 
 struct DxPlay : testing::Test {
-  std::filesystem::path folder;
+  test::TempFolder folder;
   uint8_t next = 1;  // the byte that fills the next block
   int served = 0;    // blocks given
   size_t given = 0;  // bytes of the last one
 
-  DxPlay() {
-    std::string name = (std::filesystem::temp_directory_path() / "quollsoundXXXXXX").string();
-    folder = mkdtemp(name.data());
-    Driver("dummy");
-  }
-  ~DxPlay() override {
-    unsetenv("SDL_DISKAUDIOFILE");
-    std::filesystem::remove_all(folder);
-  }
+  DxPlay() { Driver("dummy"); }
+  ~DxPlay() override { unsetenv("SDL_DISKAUDIOFILE"); }
 
   static void Driver(const char* name) { setenv("SDL_AUDIODRIVER", name, 1); }
 
@@ -152,7 +146,7 @@ TEST_F(DxPlay, TheDriverClosedUnderItOnlyStopsAsking) {
 }
 
 TEST_F(DxPlay, TheDeviceGetsEachBlockOnce) {
-  const std::string file = (folder / "played").string();
+  const std::string file = folder.Path("played");
   setenv("SDL_DISKAUDIOFILE", file.c_str(), 1);
   Driver("disk");
   {
@@ -162,8 +156,7 @@ TEST_F(DxPlay, TheDeviceGetsEachBlockOnce) {
     ASSERT_TRUE(Serve(form, 12));
     EXPECT_EQ(form.buffer.repeats.load(), 0U);
   }
-  std::ifstream in(file, std::ios::binary);
-  const Bytes played(std::istreambuf_iterator<char>(in), {});
+  const Bytes played = test::ReadAll(file);
   // Silence while it was paused and for the first half; then blocks 1, 2, 3...
   size_t at = 0;
   while (at < played.size() && played[at] == 128) ++at;

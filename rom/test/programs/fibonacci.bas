@@ -1,0 +1,6 @@
+10 PRINT " N   FIBONACCI"
+20 A=0:B=1
+30 FOR I=1 TO 15
+40 PRINT USING "## ###,###,###";I;B
+50 C=A+B:A=B:B=C
+60 NEXT

@@ -1,0 +1,6 @@
+10 D=5000:R=12
+20 PRINT "MONTH INTEREST   PAYMENT        DEBT"
+40 M=M+1:I=D*R/1200:P=650:IF D+I<P THEN P=D+I
+50 D=D+I-P:IF ABS(D)<.001 THEN D=0
+60 PRINT USING "##### #####.##  #####.##   ##,###.##";M;I;P;D
+70 IF D>0 THEN 40

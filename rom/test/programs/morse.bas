@@ -1,0 +1,4 @@
+10 DIM M$(26):FOR I=1 TO 9:READ C$,M$:M$(ASC(C$)-64)=M$:NEXT
+20 FOR K=1 TO 3:READ W$:PRINT W$;":";
+30 FOR I=1 TO LEN(W$):PRINT " ";M$(ASC(MID$(W$,I))-64);:NEXT:PRINT:NEXT
+40 DATA A,.-,B,-...,C,-.-.,D,-..,E,.,I,..,L,.-..,O,---,S,...,SOS,BASIC,CODE
