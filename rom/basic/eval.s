@@ -367,6 +367,14 @@ ev_text1:
         cp      TK_XOR
         ccf
         ret     nc                      ; a value behind it
+        ld      a,TK_OR                 ; XOR goes as late as OR, \ as MOD
+        jr      z,ev_text3
+        ld      a,TK_MOD
+ev_text3:
+        cp      b
+        jp      nc,type_error
+        or      a
+        ret
 ev_text2:
         inc     de
         push    bc

@@ -29,6 +29,9 @@ local function truth(condition) return condition and -1 or 0 end
 
 -- By hand: precedence, signs, limits of whole numbers, comparisons, bits.
 compare({
+  -- A string in front of the operators that came later: whose operand it is depends on their rank.
+  {'len("A")\\2', 0}, {'-len("A")\\1', -1}, {'1-len("A")\\2.6', 1}, {'len("AB") xor 1', 3},
+  {'"A"="B" xor 1', 1}, {'"a">="E" xor ""<>"x"', 0}, {'("A"="B") xor 1', 1},
   {"1+2", 3}, {"2+3*4", 14}, {"(2+3)*4", 20}, {"2*3+4*5", 26}, {"10-4-3", 3}, {"100/10/5", 2}, {"2^3^2", 64},
   {"-2^2", -4}, {"2^-1", 0.5}, {"-(-5)", 5}, {"--5", 5}, {"+5", 5}, {"3-+2", 1}, {"3*-2", -6}, {"-3*-2", 6},
   {"7 mod 3", 1}, {"-7 mod 3", 2}, {"7 mod -3", -2}, {"-7 mod -3", -1}, {"7.5 mod 2", 1.5}, {"20 mod 6*2", 8},
