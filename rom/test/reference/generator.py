@@ -13,7 +13,9 @@ def without_blanks(line):
     if re.search(r"OPTION|REM|DATA|'", text, re.I):
         return line
     parts = text.split('"')
-    parts[::2] = [re.sub(r" +(?!E)", "", part) for part in parts[::2]]
+    # A hexadecimal number takes the first letters of the word behind it.
+    parts[::2] = [re.sub(r"(&H?[0-9A-F]+ (?=[A-F]))|( +(?!E))", lambda m: m[1] or "", part, flags=re.I)
+                  for part in parts[::2]]
     return number + " " + '"'.join(parts)
 
 

@@ -5,6 +5,7 @@
 local here = arg[0]:match("^.*/") or ""
 local b = dofile(here .. "../basic_machine.lua")
 local kCursorRow, kJoined, kBreakKey, kCurLine = 0x0B0A, 0x1210, 0x0B08, 0x1380
+local kLongest = 20000  -- frames of a program: 16 columns scroll much
 local kModes = {{2, 64}, {4, 32}, {16, 16}}
 
 local function programs(path)
@@ -59,10 +60,10 @@ for number, program in ipairs(programs(arg[1])) do
   for _, mode in ipairs(kModes) do
     line("graphics " .. mode[1])
     b.keys("\x0Crun\r")
-    local ended = b.wait(3000)
+    local ended = b.wait(kLongest)
     for _, keys in ipairs(program.keys) do
       b.keys(keys)
-      ended = ended and b.wait(3000)
+      ended = ended and b.wait(kLongest)
     end
     out:write("S ", number, " ", mode[2], "\n")
     for row = 0, 23 do out:write("|", b.row(row), "\n") end
