@@ -2,6 +2,11 @@
 
 namespace quoll {
 
+Machine::Machine(Host& hostOfMachine) : host(&hostOfMachine) {}
+Machine::Machine(const Machine& other) = default;
+Machine& Machine::operator=(const Machine& other) = default;
+Machine::~Machine() = default;
+
 void EndProgram(Machine& m, std::string_view text, std::string_view title) {
   m.host->MessageBox(text, title, MessageIcon::Stop);
   throw ProgramEnd{};

@@ -100,7 +100,12 @@ struct MachineState {
 
 // The state and what it is worked with, which is no part of it.
 struct Machine : MachineState {
-  explicit Machine(Host& hostOfMachine) : host(&hostOfMachine) {}
+  // Made, copied and ended in one place: so many records by value are much code, which every user would
+  // repeat.
+  explicit Machine(Host& hostOfMachine);
+  Machine(const Machine& other);
+  Machine& operator=(const Machine& other);
+  ~Machine();
 
   Host* host;                 // never null
   std::string programFolder;  // where ROMs and cartridges are looked for; empty means the working directory

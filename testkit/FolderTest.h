@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "machine/MachineInit.h"
 #include "testkit/BadDisk.h"
 #include "testkit/Files.h"
 #include "testkit/TestMachine.h"
@@ -21,20 +20,14 @@ struct FolderTest : testing::Test {
   TestHost& host = machine.host;
   Machine& m = *machine;
 
-  FolderTest() {
-    m.programFolder = folder.string();
-    MachineReset(m);
-  }
+  FolderTest();
+  ~FolderTest() override;
 
-  std::string Path(const std::string& name) const { return temporary.Path(name); }
-  std::vector<std::string> Names() const { return NamesIn(folder); }
+  std::string Path(const std::string& name) const;
+  std::vector<std::string> Names() const;
 
   // The one box shown so far names the file and the reason.
-  void ExpectBox(const std::string& file, const std::string& reason) const {
-    ASSERT_EQ(host.messages.size(), 1U);
-    EXPECT_EQ(host.messages[0].text, file + ": " + reason);
-    EXPECT_EQ(host.messages[0].title, "Error");
-  }
+  void ExpectBox(const std::string& file, const std::string& reason) const;
 };
 
 }  // namespace quoll::test

@@ -1,5 +1,6 @@
 // The SID's window as a player of register dumps.
 #include "forms/test/ChipBench.h"
+#include "machine/MachineInit.h"
 
 namespace quoll::test {
 

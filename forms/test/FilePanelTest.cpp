@@ -1,6 +1,8 @@
 // The file panel, worked through the main window's table.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "forms/FilePanel.h"
 #include "forms/Forms.h"
 #include "testkit/FolderTest.h"

@@ -3,6 +3,7 @@
 #include "forms/Forms.h"
 #include "forms/TFloppy.h"
 #include "loop/Start.h"
+#include "machine/MachineInit.h"
 #include "machine/Ports.h"
 #include "testkit/FolderTest.h"
 

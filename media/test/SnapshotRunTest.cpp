@@ -4,6 +4,7 @@
 
 #include "loop/Redraw.h"
 #include "loop/RunLoop.h"
+#include "machine/MachineInit.h"
 #include "media/Snapshot.h"
 #include "media/test/SnapshotFields.h"
 

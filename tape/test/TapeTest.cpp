@@ -1,6 +1,8 @@
 // Reading and writing of the tape, sample by sample.
 #include <sys/stat.h>
 
+#include <algorithm>
+
 #include "forms/Forms.h"
 #include "loop/RunLoop.h"
 #include "machine/Ports.h"
