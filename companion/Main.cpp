@@ -54,7 +54,7 @@ void Serve(CompanionRequest request, Companion& companion, Window* window) {
     case CompanionRequest::Close:
       if (window == nullptr) break;  // its port came from the command line and is all that it is for
       companion.Close();
-      window->showMinimized();
+      window->hide();
       break;
   }
 }
@@ -62,11 +62,8 @@ void Serve(CompanionRequest request, Companion& companion, Window* window) {
 std::unique_ptr<Window> MakeWindow(const Options& options, Companion& companion) {
   auto window = std::make_unique<Window>(companion);
   if (options.port) window->Show(*options.port);
-  if (options.minimised) {
-    window->showMinimized();
-  } else {
-    window->show();
-  }
+  // Out of the way means hidden: an icon is more than some desktops make of a window that begins minimised.
+  if (!options.minimised) window->show();
   return window;
 }
 

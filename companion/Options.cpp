@@ -9,46 +9,71 @@ namespace quoll {
 
 namespace {
 
-const QString kMap = QStringLiteral("map");
-const QString kHeadless = QStringLiteral("headless");
-const QString kMinimised = QStringLiteral("minimised");
-const QString kEndWithInput = QStringLiteral("end-with-input");
-const QString kPort = QStringLiteral("port");
-const QString kSpeed = QStringLiteral("speed");
-const QString kBits = QStringLiteral("bits");
-const QString kParity = QStringLiteral("parity");
-const QString kStop = QStringLiteral("stop");
-const QString kPty = QStringLiteral("pty");
-const QString kLink = QStringLiteral("link");
-const QString kTcpListen = QStringLiteral("tcp-listen");
-const QString kTcp = QStringLiteral("tcp");
+enum class Word {
+  Map,
+  Headless,
+  Minimised,
+  EndWithInput,
+  Port,
+  Speed,
+  Bits,
+  Parity,
+  Stop,
+  Pty,
+  Link,
+  TcpListen,
+  Tcp
+};
+
+struct Option {
+  const char* name;
+  const char* text;
+  const char* value = nullptr;  // what stands behind it; nullptr for nothing
+  const char* first = nullptr;  // its value where it is left out
+};
+
+// In the order of the words, and of the help.
+constexpr std::array<Option, 13> kOptions{{
+    {"map", "Shared memory of the machine.", "name", kSerialMapName.name.data()},
+    {"headless", "No window; what happens is told on standard output."},
+    {"minimised", "The window is out of the way until it is asked for."},
+    {"end-with-input", "End when standard input ends."},
+    {"port", "Open a serial port.", "name"},
+    {"speed", "Its bits a second.", "number", "9600"},
+    {"bits", "Its data bits, 5 to 8.", "number", "8"},
+    {"parity", "none, even, odd, mark or space.", "name", "none"},
+    {"stop", "Its stop bits, 1, 1.5 or 2.", "number", "1"},
+    {"pty", "Open a new pseudo terminal."},
+    {"link", "Symbolic link that leads to it.", "file"},
+    {"tcp-listen", "Wait for a call at [address:]port.", "place"},
+    {"tcp", "Call [address:]port.", "place"},
+}};
+
+QString Name(Word word) { return QString::fromUtf8(kOptions[static_cast<size_t>(word)].name); }
+
+// What the arguments say.
+struct Said {
+  QCommandLineParser parser;
+
+  bool Has(Word word) const { return parser.isSet(Name(word)); }
+  QString Value(Word word) const { return parser.value(Name(word)); }
+};
 
 void Declare(QCommandLineParser& parser) {
   parser.setApplicationDescription(
       QStringLiteral("Joins the serial card of the emulated machine to a serial port, a pseudo terminal or a "
                      "TCP address on this computer."));
   parser.addHelpOption();
-  const QString defaultMap = QString::fromUtf8(kSerialMapName.name.data());
-  parser.addOptions({
-      {kMap, QStringLiteral("Shared memory of the machine."), QStringLiteral("name"), defaultMap},
-      {kHeadless, QStringLiteral("No window; what happens is told on standard output.")},
-      {kMinimised, QStringLiteral("The window is minimised until it is asked for.")},
-      {kEndWithInput, QStringLiteral("End when standard input ends.")},
-      {kPort, QStringLiteral("Open a serial port."), QStringLiteral("name")},
-      {kSpeed, QStringLiteral("Its bits a second."), QStringLiteral("number"), QStringLiteral("9600")},
-      {kBits, QStringLiteral("Its data bits, 5 to 8."), QStringLiteral("number"), QStringLiteral("8")},
-      {kParity, QStringLiteral("none, even, odd, mark or space."), QStringLiteral("name"),
-       QStringLiteral("none")},
-      {kStop, QStringLiteral("Its stop bits, 1, 1.5 or 2."), QStringLiteral("number"), QStringLiteral("1")},
-      {kPty, QStringLiteral("Open a new pseudo terminal.")},
-      {kLink, QStringLiteral("Symbolic link that leads to it."), QStringLiteral("file")},
-      {kTcpListen, QStringLiteral("Wait for a call at [address:]port."), QStringLiteral("place")},
-      {kTcp, QStringLiteral("Call [address:]port."), QStringLiteral("place")},
-  });
+  for (const Option& option : kOptions) {
+    QCommandLineOption declared(QString::fromUtf8(option.name), QString::fromUtf8(option.text),
+                                QString::fromUtf8(option.value));
+    if (option.first != nullptr) declared.setDefaultValue(QString::fromUtf8(option.first));
+    parser.addOption(declared);
+  }
 }
 
-QString Bad(const QCommandLineParser& parser, const QString& option) {
-  return QStringLiteral("--%1: bad value '%2'").arg(option, parser.value(option));
+QString Bad(const Said& said, Word word) {
+  return QStringLiteral("--%1: bad value '%2'").arg(Name(word), said.Value(word));
 }
 
 // The place of a word in a list, or -1.
@@ -60,40 +85,39 @@ int PlaceOf(const QString& word, const std::array<const char*, kCount>& words) {
   return -1;
 }
 
-// The option whose value is bad; empty when all are good.
-QString ReadLineOptions(const QCommandLineParser& parser, SerialLine& line) {
+// The option whose value is bad; nothing when all are good.
+std::optional<Word> ReadLineOptions(const Said& said, SerialLine& line) {
   constexpr uint kFastest = 10'000'000;
   constexpr std::array kParities = {"none", "even", "odd", "mark", "space"};
   constexpr std::array kStops = {"1", "1.5", "2"};
-  line.baud = parser.value(kSpeed).toUInt();
-  if (line.baud == 0 || line.baud > kFastest) return kSpeed;
-  const uint bits = parser.value(kBits).toUInt();
-  if (bits < 5 || bits > 8) return kBits;
+  line.baud = said.Value(Word::Speed).toUInt();
+  if (line.baud == 0 || line.baud > kFastest) return Word::Speed;
+  const uint bits = said.Value(Word::Bits).toUInt();
+  if (bits < 5 || bits > 8) return Word::Bits;
   line.dataBits = static_cast<uint8_t>(bits);
-  const int parity = PlaceOf(parser.value(kParity), kParities);
-  if (parity < 0) return kParity;
+  const int parity = PlaceOf(said.Value(Word::Parity), kParities);
+  if (parity < 0) return Word::Parity;
   line.parity = static_cast<Parity>(parity);
-  const int stop = PlaceOf(parser.value(kStop), kStops);
-  if (stop < 0) return kStop;
+  const int stop = PlaceOf(said.Value(Word::Stop), kStops);
+  if (stop < 0) return Word::Stop;
   line.halfStopBits = static_cast<uint8_t>(2 + stop);
   return {};
 }
 
-// The option whose value is bad; empty when all are good.
-QString ReadPort(const QCommandLineParser& parser, EndSettings& settings) {
-  settings.port = parser.value(kPort);
-  settings.link = parser.value(kLink);
-  QString bad = ReadLineOptions(parser, settings.line);
-  if (!bad.isEmpty()) return bad;
-  if (parser.isSet(kPort)) {
+// The same.
+std::optional<Word> ReadPort(const Said& said, EndSettings& settings) {
+  settings.port = said.Value(Word::Port);
+  settings.link = said.Value(Word::Link);
+  if (const auto bad = ReadLineOptions(said, settings.line)) return bad;
+  if (said.Has(Word::Port)) {
     settings.kind = EndKind::SerialPort;
-  } else if (parser.isSet(kPty)) {
+  } else if (said.Has(Word::Pty)) {
     settings.kind = EndKind::PseudoTerminal;
   } else {
-    const bool listens = parser.isSet(kTcpListen);
-    QString option = listens ? kTcpListen : kTcp;
-    const auto place = ParseTcpPlace(parser.value(option));
-    if (!place) return option;
+    const bool listens = said.Has(Word::TcpListen);
+    const Word word = listens ? Word::TcpListen : Word::Tcp;
+    const auto place = ParseTcpPlace(said.Value(word));
+    if (!place) return word;
     settings.kind = listens ? EndKind::TcpListen : EndKind::TcpConnect;
     settings.address = place->address;
     settings.tcpPort = place->port;
@@ -104,7 +128,8 @@ QString ReadPort(const QCommandLineParser& parser, EndSettings& settings) {
 }  // namespace
 
 OptionsRead ReadOptions(const QStringList& arguments) {
-  QCommandLineParser parser;
+  Said said;
+  QCommandLineParser& parser = said.parser;
   Declare(parser);
   OptionsRead read;
   if (!parser.parse(arguments)) {
@@ -116,16 +141,15 @@ OptionsRead ReadOptions(const QStringList& arguments) {
     return read;
   }
   Options& options = read.options;
-  options.map = parser.value(kMap).toStdString();
-  options.headless = parser.isSet(kHeadless);
-  options.minimised = parser.isSet(kMinimised);
-  options.endWithInput = parser.isSet(kEndWithInput);
+  options.map = said.Value(Word::Map).toStdString();
+  options.headless = said.Has(Word::Headless);
+  options.minimised = said.Has(Word::Minimised);
+  options.endWithInput = said.Has(Word::EndWithInput);
   int ports = 0;
-  for (const QString& option : {kPort, kPty, kTcpListen, kTcp}) ports += parser.isSet(option) ? 1 : 0;
+  for (const Word word : {Word::Port, Word::Pty, Word::TcpListen, Word::Tcp}) ports += said.Has(word) ? 1 : 0;
   if (ports == 1) {
     EndSettings settings;
-    const QString bad = ReadPort(parser, settings);
-    if (!bad.isEmpty()) read.error = Bad(parser, bad);
+    if (const auto bad = ReadPort(said, settings)) read.error = Bad(said, *bad);
     options.port = settings;
   }
   if (!parser.positionalArguments().isEmpty()) {

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <system_error>
 
+#include "core/FileBeside.h"
 #include "core/FolderList.h"
 #include "core/Host.h"
 
@@ -45,36 +46,11 @@ std::string WhyNotReplaced(const fs::path& target) {
   return IsWriteProtected(status.permissions()) ? "it is write-protected" : "";
 }
 
-// A short name, so that a long one of the target's leaves room for it.
-fs::path UnusedNameBeside(const fs::path& target) {
-  std::error_code error;
-  for (int number = 0;; ++number) {
-    fs::path name = target.parent_path() / ("quoll-saving-" + std::to_string(number) + ".tmp");
-    if (!fs::exists(fs::symlink_status(name, error))) return name;
-  }
-}
-
-std::string Write(const fs::path& path, std::span<const uint8_t> bytes) {
-  errno = 0;
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  if (!out) return Reason(errno, "it can't be created");
-  out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-  out.close();  // the last bytes go out here: a full disk may show only now
-  return out ? std::string() : Reason(errno, "it can't be written");
-}
-
 std::string Replace(const fs::path& target, std::span<const uint8_t> bytes) {
-  std::string reason = WhyNotReplaced(target);
+  const std::string reason = WhyNotReplaced(target);
   if (!reason.empty()) return reason;
-  const fs::path beside = UnusedNameBeside(target);
-  reason = Write(beside, bytes);
-  std::error_code error;
-  if (reason.empty()) {
-    fs::rename(beside, target, error);
-    reason = Reason(error);
-  }
-  if (!reason.empty()) fs::remove(beside, error);
-  return reason;
+  RemoveLeftovers(target.parent_path());
+  return FileBeside(target).Replace(bytes);
 }
 
 // Why the file can't be read; empty when its bytes are in the content.

@@ -1,5 +1,5 @@
 // Whole files in and out. A save never harms the file that it replaces: the new one is written beside it
-// under a name of its own and put into its place when it is complete.
+// under a name of its own and put into its place when it is complete and on the disk.
 #pragma once
 
 #include <cstddef>

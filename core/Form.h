@@ -170,9 +170,14 @@ struct Control {
   constexpr Control DoubleClick(Handler handler) const { return With(&Control::doubleClick, handler); }
   constexpr Control Down(Handler handler) const { return With(&Control::down, handler); }
   constexpr Control Up(Handler handler) const { return With(&Control::up, handler); }
-  constexpr Control Group(std::string_view of) const { return With(&Control::group, of); }
+  // Not by With, of which clang makes no constant for these types.
+  constexpr Control Group(std::string_view of) const {
+    Control more = *this;
+    more.group = of;
+    return more;
+  }
   constexpr Control Looks(std::span<Look> (*access)(Machine&)) const {
-    Control more = *this;  // not by With, of which clang makes no constant for this type
+    Control more = *this;
     more.look = access;
     return more;
   }

@@ -37,6 +37,7 @@ struct RunState {
   PcTrail PcHistory;
   int32_t ResetRequest = 0;
   int32_t NmiRequest = 0;
+  uint8_t CpuError = 0;  // 1 = the processor has stopped itself by an error and has not been started since
 
   int64_t PerfStart = 0, PerfNow = 0, PerfFreq = 1;  // performance counter readings of the speed display
 

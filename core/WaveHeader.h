@@ -16,6 +16,9 @@ struct WaveFormat {
   uint16_t bits;        // of a sample
 };
 
+// What the machine plays: both sides, 8 bits, unsigned.
+inline constexpr WaveFormat kMachineSound{2, 22050, 44100, 2, 8};
+
 // The header before so many bytes of samples.
 std::array<uint8_t, kWaveHeaderBytes> WaveHeader(const WaveFormat& format, uint32_t sampleBytes);
 

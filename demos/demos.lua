@@ -5,7 +5,7 @@ local folder = debug.getinfo(1, "S").source:match("^@(.*/)") or ""
 local d = dofile(folder .. "../rom/test/basic_machine.lua")
 
 d.folder = folder
-d.names = {"snake", "show", "tune", "raster", "pen"}
+d.names = {"snake", "show", "tune", "raster", "pen", "chips"}
 local kBasicLine, kColumns = 0x1380, 64
 
 -- The machine's codes of the Hungarian letters: capitals from 0x80 on, the others from 0x90.

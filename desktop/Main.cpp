@@ -3,10 +3,13 @@
 #include <QApplication>
 #include <memory>
 
+#include "core/BinaryFile.h"
 #include "desktop/ProgramFolder.h"
 #include "desktop/QtHost.h"
 #include "desktop/SingleInstance.h"
+#include "desktop/StartFiles.h"
 #include "desktop/kit/FormWindow.h"
+#include "desktop/picture/StandingMachine.h"
 #include "desktop/windows/FormWindows.h"
 #include "loop/Start.h"
 #include "machine/Machine.h"
@@ -31,7 +34,7 @@ namespace {
 
 }  // namespace
 
-int Main(QtHost& host) {
+int Main(QtHost& host, const CommandLine& line) {
   constexpr int kOk = 0;
   constexpr int kFailed = 1;
 
@@ -42,14 +45,20 @@ int Main(QtHost& host) {
     return kFailed;
   }
   const auto machine = std::make_unique<Machine>(host);
-  machine->programFolder = ProgramFolder();
+  machine->programFolder = line.folder.empty() ? ProgramFolder() : FullName(line.folder);
+  machine->screen.xS6 = line.max;
+  if (host.companionFolder.empty()) host.companionFolder = ExecutableFolder();
+  host.extras = ReadExtras();
 
   const FormWindows windows(host, *machine);
+  const StandingMachine standing(host);
+  const StartFiles files(host, line.files, line.run);
   machine->screen.window.caption = "QUOLLEMU";
   ShowForm(machine->screen.window);
   host.PullViews(*machine);
   try {
     host.Pump(*machine);  // the form stands before the machine exists
+    if (line.fullScreen) ShowForm(machine->fscreen.window);
     RunMachine(host, *machine);
   } catch (const ProgramEnd&) {
     host.SoundStop();

@@ -20,4 +20,6 @@ std::string ProgramFolder() {
   return own.absolutePath().toStdString();
 }
 
+std::string ExecutableFolder() { return QCoreApplication::applicationDirPath().toStdString(); }
+
 }  // namespace quoll

@@ -9,4 +9,7 @@ namespace quoll {
 // installed. Without any ROM set it is the executable's own.
 std::string ProgramFolder();
 
+// The executable's own, where the companion program lies, too.
+std::string ExecutableFolder();
+
 }  // namespace quoll

@@ -4,10 +4,13 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QFileDialog>
 #include <QImageReader>
 #include <QMessageBox>
 #include <algorithm>
 
+#include "core/Files.h"
+#include "desktop/Printing.h"
 #include "desktop/kit/QtText.h"
 #include "forms/Forms.h"
 #include "machine/Machine.h"
@@ -41,6 +44,10 @@ QMessageBox::Icon Icon(MessageIcon icon) {
 
 }  // namespace
 
+RecordView::RecordView(QtHost& hostOfView) : host(hostOfView) { host.AddView(this); }
+
+RecordView::~RecordView() { host.RemoveView(this); }
+
 QtHost::QtHost()
     : soundWake(sound.wake, QSocketNotifier::Read),
       pacer(Clock::now()),
@@ -70,6 +77,7 @@ void QtHost::Stalled(Machine& m) {
 // With a block asked for, the machine has to catch up: it does not wait before the block is complete.
 void QtHost::FrameEnded(Machine& m) {
   Rethrow();
+  for (size_t i = 0; i < views.size(); ++i) views[i]->FrameEnded(m);
   Serve(m);
   while (!m.screen.xS6 && m.mixer.NeedData == 0 && Clock::now() < FrameDue(m)) Sleep(m, FrameDue(m));
   pacer.FrameBegun(Clock::now(), FrameDue(m), !m.screen.xS6 && m.mixer.NeedData == 0);
@@ -171,6 +179,27 @@ bool QtHost::LoadPicture(const std::string& file, PixelImage& picture) {
 }
 
 void QtHost::Beep(int /*frequency*/, int /*duration*/) { QApplication::beep(); }
+
+bool QtHost::CallCompanion(CompanionCall call, const std::string& folder) {
+  if (call == CompanionCall::Start && !extras.startCompanion) return true;
+  return quoll::CallCompanion(links, call, companionFolder.empty() ? folder : companionFolder);
+}
+
+std::vector<std::string> QtHost::Printers() { return PrinterNames(); }
+
+std::string QtHost::Print(const std::string& printer, std::string_view text) {
+  if (printer != kPrintToFile) return PrintOn(printer, text);
+  const std::string file = AskForPrintFile();
+  if (file.empty()) return {};
+  const QByteArray pdf = PrintedPdf(text);
+  return SaveFile(file, {reinterpret_cast<const uint8_t*>(pdf.data()), static_cast<size_t>(pdf.size())});
+}
+
+std::string QtHost::AskForPrintFile() {
+  const QString name = QFileDialog::getSaveFileName(
+      QApplication::activeWindow(), QFileDialog::tr("Print to file"), "print.pdf", "PDF (*.pdf)");
+  return name.isEmpty() ? std::string() : WithExtension(name.toStdString(), ".pdf");
+}
 
 void QtHost::Close() {
   closed = true;

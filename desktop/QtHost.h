@@ -9,9 +9,11 @@
 #include <utility>
 #include <vector>
 
+#include "cards/CardLinks.h"
 #include "core/FormTimers.h"
 #include "core/Host.h"
 #include "desktop/DirectPorts.h"
+#include "desktop/Extras.h"
 #include "desktop/FramePacer.h"
 #include "sound/sdl/frmDX_Play.h"
 
@@ -19,10 +21,21 @@ class QWidget;
 
 namespace quoll {
 
-// A window that shows records of the machine: copies them into its widgets when asked to.
+class QtHost;
+
+// What follows the machine, such as a window that shows records of it: copies them into its widgets when
+// asked to.
 struct RecordView {
-  virtual ~RecordView() = default;
+  explicit RecordView(QtHost& hostOfView);
+  virtual ~RecordView();
+  RecordView(const RecordView&) = delete;
+  RecordView& operator=(const RecordView&) = delete;
+
   virtual void Pull(Machine& m) = 0;
+  // At the end of every frame of the machine, drawn or not.
+  virtual void FrameEnded(Machine& /*m*/) {}
+
+  QtHost& host;
 };
 
 class QtHost : public Host {
@@ -61,6 +74,18 @@ class QtHost : public Host {
   void Beep(int frequency, int duration) override;
   bool DirectOut(uint16_t port, uint16_t value) override { return DirectPortOut(directPorts, port, value); }
 
+  std::string CreateMaps() override { return quoll::CreateMaps(links); }
+  std::span<uint8_t> SerialRecord() override { return quoll::SerialRecord(links); }
+  // The companion of companionFolder. Where the user does not want it started, nothing is done at the start.
+  bool CallCompanion(CompanionCall call, const std::string& folder) override;
+  std::vector<std::string> Printers() override;
+  // Besides the host's printers there is a file, for whose name the user is asked.
+  std::string Print(const std::string& printer, std::string_view text) override;
+
+  CardLinks links;
+  std::string companionFolder;  // where the companion program lies; empty: the machine's program folder
+  Extras extras;
+
   // Runs what an event of Qt leads to. An exception must not pass through Qt: it is kept and
   // thrown again as soon as Qt has been left.
   template <typename Work>
@@ -88,12 +113,16 @@ class QtHost : public Host {
   // The machine runs in here when a handler sets it going.
   [[noreturn]] void ServeUntilEnd(Machine& m);
 
-  // Every view is pulled at each pump and after the user's events; a view removes itself when it goes.
+  // Every view is pulled at each pump and after the user's events; views come and go by themselves.
   void AddView(RecordView* view);
   void RemoveView(RecordView* view);
   void PullViews(Machine& m);
 
   QWidget* messageParent = nullptr;
+
+ protected:
+  // Empty when the user wants none.
+  virtual std::string AskForPrintFile();
 
  private:
   void Keep(std::exception_ptr error);

@@ -136,6 +136,18 @@ std::optional<int32_t> AsmDirective(const AsmPass& pass, const std::string& line
   return std::nullopt;
 }
 
+int32_t AsmStatement(const AsmPass& pass, const AsmSteps& steps, std::string line, std::string raw) {
+  try {
+    if (!CutComment(line, raw)) return 0;
+    if (const std::optional<int32_t> entered = steps.symbol(pass.a, line)) return *entered;
+    if (const std::optional<int32_t> size = AsmDirective(pass, line, raw)) return *size;
+    RewriteRst(line);
+    return steps.instruction(pass, std::move(line));
+  } catch (const AsmFailure&) {
+    return kAsmInternal;
+  }
+}
+
 uint8_t TVCASC(uint8_t code) {
   // In the machine's order, large letters from 128, small ones from 144.
   constexpr std::array<uint8_t, 9> kLarge = {193, 201, 205, 211, 214, 213, 218, 220, 219};

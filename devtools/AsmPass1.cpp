@@ -104,7 +104,7 @@ bool HasTwoNumbers(std::string_view line) {
   return LoadsAndHandlesBit(line);
 }
 
-int32_t InstructionSize(std::string line) {
+int32_t InstructionSize(const AsmPass& /*pass*/, std::string line) {
   for (;;) {
     if (const AsmRow* row = FindAsmRow(line)) return row->type == ' ' ? row->keyBytes : kAsmSyntax;
     const bool refers = line.find('@') != std::string::npos;
@@ -120,23 +120,16 @@ int32_t InstructionSize(std::string line) {
   }
 }
 
-int32_t Size(const AsmPass& pass, std::string line, std::string raw) {
-  if (!CutComment(line, raw)) return 0;
-  if (line.ends_with(':')) return DefineLabel(pass.a, line);
-  if (const size_t at = line.find(": EQU "); at != std::string::npos) return DefineConstant(pass.a, line, at);
-  if (const std::optional<int32_t> size = AsmDirective(pass, line, raw)) return *size;
-  RewriteRst(line);
-  return InstructionSize(std::move(line));
+std::optional<int32_t> EnterSymbol(Assembler& a, const std::string& line) {
+  if (line.ends_with(':')) return DefineLabel(a, line);
+  if (const size_t at = line.find(": EQU "); at != std::string::npos) return DefineConstant(a, line, at);
+  return std::nullopt;
 }
 
 }  // namespace
 
 int32_t Pass1Line(Assembler& a, const AsmHost& host, std::string line, std::string raw) {
-  try {
-    return Size({a, host, 1}, std::move(line), std::move(raw));
-  } catch (const AsmFailure&) {
-    return kAsmInternal;
-  }
+  return AsmStatement({a, host, 1}, {EnterSymbol, InstructionSize}, std::move(line), std::move(raw));
 }
 
 }  // namespace quoll

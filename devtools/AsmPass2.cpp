@@ -108,22 +108,16 @@ int32_t StoreInstruction(const AsmPass& pass, std::string line) {
   }
 }
 
-int32_t Store(const AsmPass& pass, std::string line, std::string raw) {
-  if (!CutComment(line, raw)) return 0;
+// The first pass has entered them.
+std::optional<int32_t> PassSymbol(Assembler& /*a*/, const std::string& line) {
   if (line.ends_with(':') || line.find(": EQU ") != std::string::npos) return 0;
-  if (const std::optional<int32_t> size = AsmDirective(pass, line, raw)) return *size;
-  RewriteRst(line);
-  return StoreInstruction(pass, std::move(line));
+  return std::nullopt;
 }
 
 }  // namespace
 
 int32_t Pass2Line(Assembler& a, const AsmHost& host, std::string line, std::string raw) {
-  try {
-    return Store({a, host, 2}, std::move(line), std::move(raw));
-  } catch (const AsmFailure&) {
-    return kAsmInternal;
-  }
+  return AsmStatement({a, host, 2}, {PassSymbol, StoreInstruction}, std::move(line), std::move(raw));
 }
 
 }  // namespace quoll

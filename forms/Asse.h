@@ -141,6 +141,8 @@ PixelImage PicturePreview(const Machine& m, ScreenColours colours);
 
 // Opens a source in the editor. False when it can't be read: the user has been told.
 bool OpenSource(Machine& m, const std::string& file);
+// The window comes with this source.
+void Asse_Insert(Machine& m, const std::string& file);
 // Takes a picture for the import. False when it can't be read.
 bool OpenPicture(Machine& m, const std::string& file);
 

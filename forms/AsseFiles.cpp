@@ -115,6 +115,11 @@ bool OpenSource(Machine& m, const std::string& file) {
   return true;
 }
 
+void Asse_Insert(Machine& m, const std::string& file) {
+  Asse_Show(m);
+  OpenSource(m, file);
+}
+
 namespace asse {
 
 void TellFileOpenError(Machine& m) {

@@ -29,7 +29,7 @@ void ZeroCycles(Machine& m) {
   m.run.TotalCycles = 0;
 }
 
-void Redraw(Machine& m) { CPUmon_redraw(m.cpumon); }
+void Redraw(Machine& m) { ++m.cpumon.shown.redraws; }
 
 // Run, stop and requests.
 

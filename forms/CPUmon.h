@@ -16,17 +16,18 @@ namespace quoll {
 struct CPUmonShown {
   using ShownOnly = void;
 
-  uint32_t redraws = 0;                           // how often the texts were asked to follow the machine
-  std::optional<uint32_t> redrawsDone;            // how often they had been asked when they last did
-  std::array<std::string, 8> TextA;               // bits of A, from the left
-  std::array<std::string, 14> Text1;              // registers of eight bits
-  std::array<std::string, 16> Text2;              // flags
-  std::array<std::string, 6> Text3;               // IX, SP, IY, PC, I, R
-  std::array<std::string, 3> Text4;               // IFF1, IFF2, IM
-  std::string Picture1, Picture4;                 // disassembly from PC on, and of the last ten instructions
-  std::string Picture2, Picture3;                 // memory and ports, bytes as characters in code page 852
-  std::string Text8;                              // T-states run
-  Look Label7Look, Label8Look;                    // "Halt ON", "INT ON": red while they are
+  uint32_t redraws = 0;                 // how often the texts were asked to follow the machine
+  std::optional<uint32_t> redrawsDone;  // how often they had been asked when they last did
+  uint32_t stops = 0;                   // how often the loop asked for that, which it does as it ends
+  std::array<std::string, 8> TextA;     // bits of A, from the left
+  std::array<std::string, 14> Text1;    // registers of eight bits
+  std::array<std::string, 16> Text2;    // flags
+  std::array<std::string, 6> Text3;     // IX, SP, IY, PC, I, R
+  std::array<std::string, 3> Text4;     // IFF1, IFF2, IM
+  std::string Picture1, Picture4;       // disassembly from PC on, and of the last ten instructions
+  std::string Picture2, Picture3;       // memory and ports, bytes as characters in code page 852
+  std::string Text8;                    // T-states run
+  Look Label7Look, Label8Look;          // "Halt ON", "INT ON": red while they are
   Scroll Shape2{0, 0, 65535}, Shape4{0, 0, 255};  // bars: PC, R
 
   bool operator==(const CPUmonShown&) const = default;
@@ -62,8 +63,12 @@ struct CPUmon {
   bool operator==(const CPUmon&) const = default;
 };
 
-// Asks for the texts to follow the machine, before the next look at them.
-inline void CPUmon_redraw(CPUmon& form) { ++form.shown.redraws; }
+// Asks for the texts to follow the machine, before the next look at them: by the loop at a breakpoint and at
+// its end.
+inline void CPUmon_redraw(CPUmon& form) {
+  ++form.shown.redraws;
+  ++form.shown.stops;
+}
 
 // "Run": zeroes the cycle counts and runs the loop; returns when the loop ends.
 void CPUmon_Command1_Click(Machine& m);

@@ -3,12 +3,26 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
 #include "core/Form.h"
 
 namespace quoll {
+
+struct SoundCardControls;
+
+// A chip's form as the frame's sound meets it.
+struct ChipForm {
+  void (*controls)(const Machine& m,
+                   SoundCardControls& controls);  // what its boxes tell the renderer; or nullptr
+  // Draws what a chip that is not silent has played in this frame; scopes: it is the block's last one.
+  void (*draw)(Machine& m, bool scopes);
+};
+
+// All of them: Forms.cpp has the list.
+std::span<const ChipForm> ChipForms();
 
 // A scope shows half a frame, a point for each sample, in a box of this size whose middle is silence.
 inline constexpr int kScopePoints = 221;

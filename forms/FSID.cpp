@@ -127,7 +127,7 @@ void Timer1_Timer(Machine& m) {
   for (int reg = 0; reg < kSidRegisters; ++reg) ShowNumber(form.Label3[reg], sid.SID_Reg[reg]);
   for (int voice = 0; voice < kSidVoices; ++voice) {
     const int base = 7 * voice;
-    ShowNumber(form.Label4[voice], SidHertz(sid, voice));
+    ShowHertz(form.Label4[voice], SidHertz(sid, voice) / 2.0);  // a phase from -1 to 1 is a wave
     ShowText(form.Label5[voice], WaveText(byte(base + 4)));
     ShowText(form.Label6[voice], EnvelopeText(byte(base + 5), byte(base + 6)));
     ShowNumber(form.Label7[voice], (byte(base + 3) & 15) * 256 + byte(base + 2));
@@ -236,7 +236,7 @@ void FSID_PlayTune(Machine& m) {
   if (!word.empty()) m.host->MessageBox("hiba", word, MessageIcon::None);
 }
 
-void FSID_Draw(FSID& form, const Sid6581& sid) {
+void DrawChip(FSID& form, const Sid6581& sid, bool /*scopes*/) {
   if (form.Check4) ShowNumber(form.Label15, static_cast<int32_t>(sid.SidTestFreq));
   StoreScroll(form.HScroll6, sid.cutoffPercent);
   ShowNumber(form.Label16, sid.cutoffPercent);

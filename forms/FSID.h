@@ -48,7 +48,7 @@ struct FSID {
 
   // What the registers say.
   std::array<std::string, kSidRegisters> Label3;  // the registers
-  std::array<std::string, kSidVoices> Label4;     // hertz
+  std::array<std::string, kSidVoices> Label4;     // hertz, as heard
   std::array<std::string, kSidVoices> Label5;     // wave
   std::array<std::string, kSidVoices> Label6;     // attack, decay, sustain, release
   std::array<std::string, kSidVoices> Label7;     // pulse width
@@ -67,8 +67,8 @@ SidControls ChipControls(const FSID& form);
 // One frame of the chosen dump into the registers; the user is told of what a line should not have.
 void FSID_PlayTune(Machine& m);
 
-// Draws the chip's last frame.
-void FSID_Draw(FSID& form, const Sid6581& sid);
+// Draws the chip's last frame, the scopes always.
+void DrawChip(FSID& form, const Sid6581& sid, bool scopes);
 
 extern const Form kFSID;
 

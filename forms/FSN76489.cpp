@@ -76,7 +76,8 @@ constexpr std::array kControls{
 
 SnControls ChipControls(const FSN76489& form) { return {.manual = form.Check3}; }
 
-void FSN76489_Draw(FSN76489& form, const Sn76489& sn) {
+void DrawChip(FSN76489& form, const Sn76489& sn, bool scopes) {
+  if (!scopes) return;
   for (int channel = 0; channel < kChannels; ++channel)
     DrawScope(form.Pic1[channel], [&](int i) { return SnScopeY(sn.voices[i][channel]); });
 }

@@ -34,8 +34,8 @@ struct FSN76489 {
 
 SnControls ChipControls(const FSN76489& form);
 
-// Draws the scopes of the chip's last frame.
-void FSN76489_Draw(FSN76489& form, const Sn76489& sn);
+// Draws the chip's last frame where the scopes are wanted.
+void DrawChip(FSN76489& form, const Sn76489& sn, bool scopes);
 
 extern const Form kFSN76489;
 

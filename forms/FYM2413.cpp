@@ -29,7 +29,7 @@ void Timer1_Timer(Machine& m) {
   const auto channels = OpllDecode(m.card.opll);
   for (int c = 0; c < kOpllChannels; ++c) {
     ShowText(form.Label2[c], kOpllInstruments[m.card.opll.OPLL_Reg[0x30 + c] >> 4]);
-    ShowHertz(form.Label3[c], static_cast<double>(channels[c].frequency));
+    ShowHertz(form.Label3[c], 2.0 * channels[c].frequency);  // steps are for half the sample rate
     ShowHertz(form.Label4[c], static_cast<double>(channels[c].volume));
     ShowText(form.Label5[c], channels[c].key != 0 ? "on" : "off");
   }
@@ -54,7 +54,8 @@ constexpr std::array kControls{
 
 OpllControls ChipControls(const FYM2413& form) { return {.Check7 = form.Check7}; }
 
-void FYM2413_Draw(FYM2413& form, const Ym2413& opll) {
+void DrawChip(FYM2413& form, const Ym2413& opll, bool scopes) {
+  if (!scopes) return;
   constexpr float kLoudest = 15;
   for (int c = 0; c < kOpllChannels; ++c)
     DrawScope(form.Pic1[c], [&](int i) { return kScopeMiddle - opll.work[c][i] * (kScopeReach / kLoudest); });

@@ -19,7 +19,7 @@ struct FYM2413 {
   std::array<bool, kCells> hexadecimal{};  // which are shown so
 
   std::array<std::string, kOpllChannels> Label2;  // names of the channels' instruments
-  std::array<std::string, kOpllChannels> Label3;  // hertz
+  std::array<std::string, kOpllChannels> Label3;  // hertz, as heard
   std::array<std::string, kOpllChannels> Label4;  // volumes
   std::array<std::string, kOpllChannels> Label5;  // "on" with the key down, else "off"
 
@@ -30,8 +30,8 @@ struct FYM2413 {
 
 OpllControls ChipControls(const FYM2413& form);
 
-// Draws the scopes of the chip's last frame.
-void FYM2413_Draw(FYM2413& form, const Ym2413& opll);
+// Draws the chip's last frame where the scopes are wanted.
+void DrawChip(FYM2413& form, const Ym2413& opll, bool scopes);
 
 extern const Form kFYM2413;
 

@@ -122,7 +122,7 @@ void Timer1_Timer(Machine& m) {
 ControlField Pic1(Machine& m) {
   FYM3812& form = m.fym3812;
   if (form.Pic1[0].drawings != form.frames) {
-    const OplTables tables = OplTablesOf(form.frame);
+    const OplTables tables = OplTablesOf(form.frame, kScopePoints);
     for (int c = 0; c < kOplChannels; ++c) {
       DrawScope(form.Pic1[c], [&](int i) { return kScopeMiddle - tables.carrier[c][i] * kScopeReach; });
       form.Pic1[c].drawings = form.frames;
@@ -160,7 +160,8 @@ constexpr std::array kControls{
 
 OplControls ChipControls(const FYM3812& form) { return {.Check1 = form.Check1}; }
 
-void FYM3812_Draw(FYM3812& form, const Ym3812& opl) {
+void DrawChip(FYM3812& form, const Ym3812& opl, bool scopes) {
+  if (!scopes) return;
   form.frame = opl.sounding;
   ++form.frames;
 }

@@ -57,8 +57,8 @@ struct FYM3812 {
 
 OplControls ChipControls(const FYM3812& form);
 
-// Has the scopes show the chip's last frame.
-void FYM3812_Draw(FYM3812& form, const Ym3812& opl);
+// Has the scopes show the chip's last frame where they are wanted.
+void DrawChip(FYM3812& form, const Ym3812& opl, bool scopes);
 
 // A byte that was written to port 0x34 or 0x35, for the computer's own port while the box is on.
 void FYM3812_DirectOut(Machine& m, int32_t port, int32_t value);

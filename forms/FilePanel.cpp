@@ -14,12 +14,18 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using Action = void (*)(Machine&, const std::string& file);
+using Action = bool (*)(Machine&, const std::string& file);
 
 Action FindAction(std::string_view caption, std::string_view pattern) {
   const FileAction* action = FindFileAction(pattern);
   if (action == nullptr) return nullptr;
   return caption == kSaveCaption ? action->save : action->open;
+}
+
+// A file of another kind is opened as what it is: a snapshot loaded as a program would overwrite the machine.
+Action ActionFor(const FilePanel& panel, const std::string& file) {
+  const FileAction* own = panel.window.caption == kOpenCaption ? FileActionOf(file) : nullptr;
+  return own != nullptr ? own->open : FindAction(panel.window.caption, panel.pattern);
 }
 
 // "*.cas" gives ".cas".
@@ -37,6 +43,26 @@ void ShowCasBoxes(Machine& m) {
 fs::path FolderOf(const FilePanel& panel) {
   std::error_code error;
   return panel.folder.empty() ? fs::current_path(error) : fs::path(panel.folder);
+}
+
+// A folder inside the one shown, ".." for the one above, or a whole path.
+void GoTo(FilePanel& panel, const std::string& name) {
+  const fs::path folder = (FolderOf(panel) / name).lexically_normal();
+  ShowFolder(panel, folder.has_filename() ? folder.string() : folder.parent_path().string());
+}
+
+// The typed name is that of a folder, or can be no file's: nothing is to be opened or saved.
+bool WalkInto(FilePanel& panel) {
+  std::error_code error;
+  const fs::path typed(std::string(panel.Text3));
+  if (fs::is_directory(FolderOf(panel) / typed, error)) {
+    GoTo(panel, panel.Text3);
+    if (panel.error.empty()) panel.Text3.clear();
+    return true;
+  }
+  if (typed.has_filename()) return false;
+  panel.error = panel.Text3 + ": there is no such folder";
+  return true;
 }
 
 }  // namespace
@@ -61,6 +87,7 @@ void OpenFilePanel(Machine& m, std::string_view caption, std::string_view patter
   ShowFolder(panel, panel.folder);
   ShowCasBoxes(m);
   ShowForm(panel.window);
+  m.screen.focusPicD = false;  // what an entry before wanted: the panel has the keyboard
 }
 
 void ChoosePattern(Machine& m, const std::string& pattern) {
@@ -86,14 +113,18 @@ void FilePanelPress(Machine& m) {
     panel.error = "Choose a file or type its name.";
     return;
   }
-  const Action action = FindAction(panel.window.caption, panel.pattern);
+  if (WalkInto(panel)) return;
+  const Action action = ActionFor(panel, file);
   if (action == nullptr) return;
   panel.error = panel.window.caption == kOpenCaption ? WhyUnreadable(file) : std::string();
   if (!panel.error.empty()) return;
   // Hidden first: a load may serve the user's events before it goes on.
   panel.window.visible = false;
-  action(m, file);
-  m.screen.focusPicD = true;
+  if (action(m, file)) {
+    m.screen.focusPicD = true;
+  } else {
+    ShowForm(panel.window);  // as it was, so that another name can be tried
+  }
 }
 
 void FilePanelCancel(Machine& m) {
@@ -103,10 +134,7 @@ void FilePanelCancel(Machine& m) {
 
 void File1_Click(Machine& m) { m.panel.Text3 = m.panel.File1.Selected(); }
 
-void Dir1_DoubleClick(Machine& m) {
-  const fs::path folder = (FolderOf(m.panel) / m.panel.Dir1.Selected()).lexically_normal();
-  ShowFolder(m.panel, folder.has_filename() ? folder.string() : folder.parent_path().string());
-}
+void Dir1_DoubleClick(Machine& m) { GoTo(m.panel, m.panel.Dir1.Selected()); }
 
 void Text5_Enter(Machine& m) { ChoosePattern(m, std::string(m.panel.Text5)); }
 

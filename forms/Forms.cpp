@@ -8,6 +8,33 @@
 
 namespace quoll {
 
+namespace {
+
+// Each of the six forms has its own DrawChip, and ChipControls where the renderer listens to it.
+template <auto kForm, auto kChip>
+void Draw(Machine& m, bool scopes) {
+  if ((m.card.*kChip).silent == 0) DrawChip(m.*kForm, m.card.*kChip, scopes);
+}
+template <auto kForm, auto kControls>
+void Controls(const Machine& m, SoundCardControls& controls) {
+  controls.*kControls = ChipControls(m.*kForm);
+}
+
+}  // namespace
+
+std::span<const ChipForm> ChipForms() {
+  using Tell = SoundCardControls;
+  static constexpr std::array kChipForms{
+      ChipForm{Controls<&Machine::fsaa, &Tell::saa>, Draw<&Machine::fsaa, &SoundCard::saa>},
+      ChipForm{nullptr, Draw<&Machine::fsn76489, &SoundCard::sn>},
+      ChipForm{Controls<&Machine::fym3812, &Tell::opl>, Draw<&Machine::fym3812, &SoundCard::opl>},
+      ChipForm{Controls<&Machine::fsid, &Tell::sid>, Draw<&Machine::fsid, &SoundCard::sid>},
+      ChipForm{Controls<&Machine::fym2413, &Tell::opll>, Draw<&Machine::fym2413, &SoundCard::opll>},
+      ChipForm{nullptr, Draw<&Machine::t8910, &SoundCard::ay>},
+  };
+  return kChipForms;
+}
+
 std::span<const Form* const> Forms() {
   static constexpr std::array kForms{
       &kTScreen,   //

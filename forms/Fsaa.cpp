@@ -127,7 +127,7 @@ SaaControls ChipControls(const Fsaa& form) {
   return {.manual = form.Check2, .patch2 = form.Check11, .patch5 = form.Check12};
 }
 
-void Fsaa_Draw(Fsaa& form, const Saa1099& saa, bool scopes) {
+void DrawChip(Fsaa& form, const Saa1099& saa, bool scopes) {
   ShowText(form.Label8, SaaEnvelopePicture(saa.SAA_Env[0].mode));
   ShowText(form.Label9, SaaEnvelopePicture(saa.SAA_Env[1].mode));
   if (!scopes) return;

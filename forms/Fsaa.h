@@ -58,7 +58,7 @@ struct Fsaa {
 SaaControls ChipControls(const Fsaa& form);
 
 // Shows the modes' pictures, and draws the scopes where they are wanted in this frame.
-void Fsaa_Draw(Fsaa& form, const Saa1099& saa, bool scopes);
+void DrawChip(Fsaa& form, const Saa1099& saa, bool scopes);
 
 extern const Form kFsaa;
 

@@ -64,7 +64,8 @@ constexpr std::array kControls{
 
 }  // namespace
 
-void T8910_Draw(T8910& form, const Ay38910& ay) {
+void DrawChip(T8910& form, const Ay38910& ay, bool scopes) {
+  if (!scopes) return;
   for (size_t column = 0; column < form.Pic1.size(); ++column) {
     DrawScope(form.Pic1[column],
               [&](int i) { return AyScopeY(static_cast<int>(column), ay.AY_Rows[i][column]); });

@@ -28,8 +28,8 @@ struct T8910 {
   bool operator==(const T8910&) const = default;
 };
 
-// Draws the scopes of the chip's last frame.
-void T8910_Draw(T8910& form, const Ay38910& ay);
+// Draws the chip's last frame where the scopes are wanted.
+void DrawChip(T8910& form, const Ay38910& ay, bool scopes);
 
 extern const Form kT8910;
 

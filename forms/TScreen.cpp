@@ -2,6 +2,7 @@
 // and the controls of the file panel that opens inside it.
 #include "forms/TScreen.h"
 
+#include "core/BinaryFile.h"
 #include "core/FormTable.h"
 #include "forms/FilePanel.h"
 #include "loop/RunLoop.h"
@@ -69,24 +70,20 @@ void xS1_Click(Machine& m) {
 
 // The three speeds differ in their ticks only: the sound blocks alone set the machine's pace. Choosing
 // one takes the tick off "Pause" without starting the machine.
-void xS2_Click(Machine& m) {
-  Toggle<&TScreen::xS2>(m);
-  m.screen.xS1 = m.screen.xS3 = m.screen.xS4 = false;
+template <Tick kTick>
+void ChooseSpeed(Machine& m) {
+  Toggle<kTick>(m);
+  for (const Tick other : {&TScreen::xS1, &TScreen::xS2, &TScreen::xS3, &TScreen::xS4}) {
+    if (other != kTick) m.screen.*other = false;
+  }
   FocusPicture(m);
 }
 
-void xS3_Click(Machine& m) {
-  Toggle<&TScreen::xS3>(m);
-  m.screen.xS1 = m.screen.xS2 = m.screen.xS4 = false;
-  StoreScroll(m.cpumon.HScroll1, 2);
-  FocusPicture(m);
-}
-
-void xS4_Click(Machine& m) {
-  Toggle<&TScreen::xS4>(m);
-  m.screen.xS1 = m.screen.xS2 = m.screen.xS3 = false;
-  StoreScroll(m.cpumon.HScroll1, 4);
-  FocusPicture(m);
+// The monitor's scroll bar shows the choice.
+template <Tick kTick, int32_t kFactor>
+void ChooseShownSpeed(Machine& m) {
+  ChooseSpeed<kTick>(m);
+  StoreScroll(m.cpumon.HScroll1, kFactor);
 }
 
 void xLoadCAS_Click(Machine& m) { OpenFilePanel(m, kOpenCaption, "*.cas"); }
@@ -102,11 +99,16 @@ void xUnloadCRT_Click(Machine& m) {
   FocusPicture(m);
 }
 
-// These tell the user themselves when a file can't be written or read.
-void xSvaMEX4_Click(Machine& m) { SaveMex4mb(m); }
-void xSaveScreen_Click(Machine& m) { SaveScreen(m); }
+// These tell the user themselves when a file can't be written or read; where one went the status says.
+template <bool (*kSave)(Machine&)>
+void SaveAs(Machine& m, const char* file) {
+  if (kSave(m)) m.screen.Label1 = "Saved: " + FullName(file);
+}
+
+void xSvaMEX4_Click(Machine& m) { SaveAs<SaveMex4mb>(m, kMexStoreFile); }
+void xSaveScreen_Click(Machine& m) { SaveAs<SaveScreen>(m, kScreenFile); }
 void xLoadScreen_Click(Machine& m) { LoadScreen(m); }
-void xMemDump_Click(Machine& m) { MemoryDump(m); }
+void xMemDump_Click(Machine& m) { SaveAs<MemoryDump>(m, kDumpFile); }
 
 template <auto kForm>
 void Show(Machine& m) {
@@ -115,6 +117,12 @@ void Show(Machine& m) {
 
 constexpr On<&Machine::screen> f;
 constexpr On<&Machine::panel> panel;
+
+// Seen while a cassette file is saved.
+template <auto kBox>
+constexpr Control CasBox(std::string_view name, std::string_view caption) {
+  return panel.Text<kBox>(name, caption).Enter(FilePanelPress).Looks(panel.Look<&FilePanel::casLook>);
+}
 
 constexpr std::array kControls{
     // The menus, in the order in which they show their entries.
@@ -147,9 +155,9 @@ constexpr std::array kControls{
     f.Tick<&TScreen::x32KB>("Options", "x32KB", "32K", ToggleModel<&TScreen::x32KB>),
     f.Tick<&TScreen::xBasic>("Options", "xBasic", "Basic 2.2", ToggleModel<&TScreen::xBasic>),
     f.Tick<&TScreen::xS1>("Speed", "xS1", "Pause", xS1_Click),
-    f.Tick<&TScreen::xS2>("Speed", "xS2", "0.5x", xS2_Click),
-    f.Tick<&TScreen::xS3>("Speed", "xS3", "Normal", xS3_Click),
-    f.Tick<&TScreen::xS4>("Speed", "xS4", "2x", xS4_Click),
+    f.Tick<&TScreen::xS2>("Speed", "xS2", "0.5x", ChooseSpeed<&TScreen::xS2>),
+    f.Tick<&TScreen::xS3>("Speed", "xS3", "Normal", ChooseShownSpeed<&TScreen::xS3, 2>),
+    f.Tick<&TScreen::xS4>("Speed", "xS4", "2x", ChooseShownSpeed<&TScreen::xS4, 4>),
     f.Tick<&TScreen::xS5>("Speed", "xS5", "4x"),
     f.Tick<&TScreen::xS6>("Speed", "xS6", "Max", Toggle<&TScreen::xS6>),
     MenuEntry("View", "xTVCmon", "TVC monitor", Show<&Machine::tvcmon>),
@@ -175,15 +183,9 @@ constexpr std::array kControls{
 
     panel.Text<&FilePanel::Text3>("Text3", "File name").Enter(FilePanelPress),
     panel.Text<&FilePanel::Text5>("Text5", "Pattern of the listed files").Enter(Text5_Enter),
-    panel.Text<&FilePanel::Text6>("Text6", "Start address")
-        .Enter(FilePanelPress)
-        .Looks(panel.Look<&FilePanel::casLook>),
-    panel.Text<&FilePanel::Text7>("Text7", "End address")
-        .Enter(FilePanelPress)
-        .Looks(panel.Look<&FilePanel::casLook>),
-    panel.Text<&FilePanel::Text8>("Text8", "Word at 1720")
-        .Enter(FilePanelPress)
-        .Looks(panel.Look<&FilePanel::casLook>),
+    CasBox<&FilePanel::Text6>("Text6", "Start address"),
+    CasBox<&FilePanel::Text7>("Text7", "End address"),
+    CasBox<&FilePanel::Text8>("Text8", "Word at 1720"),
     panel.List<&FilePanel::Dir1>("Dir1", "Folders").DoubleClick(Dir1_DoubleClick),
     panel.List<&FilePanel::File1>("File1", "Files", File1_Click).DoubleClick(FilePanelPress),
     panel.Label<&FilePanel::location>("Frame4", "Location"),

@@ -9,6 +9,10 @@
 
 namespace quoll {
 
+inline constexpr std::string_view kProgramName = "QUOLLEMU";
+// Status and caption after an instruction that the processor does not know, until the next reset.
+inline constexpr std::string_view kUnknownOpcode = "Unknown Opcode!";
+
 struct TScreen {
   FormState window{.visible = true, .raise = false, .caption = "QUOLL_EMU"};
   std::string Label1;     // status label
@@ -18,7 +22,7 @@ struct TScreen {
 
   // Ticks of the menu items that have one.
   bool xio0 = false, xio1 = false, xio2 = false, xio3 = false;
-  bool xScreenBW = false, xScreenDIB = false, xScreenNoise = false;
+  bool xScreenBW = false, xScreenDIB = true, xScreenNoise = false;
   bool xSound = true, xNoError = false, xUnDoc = true, x32KB = false, xBasic = true;
   bool xS1 = false, xS2 = false, xS3 = true, xS4 = false, xS5 = false, xS6 = false;
 

@@ -2,9 +2,11 @@
 
 #include <filesystem>
 
+#include "core/Files.h"
 #include "core/FolderList.h"
 #include "core/FormTable.h"
 #include "core/NumberText.h"
+#include "forms/FileActions.h"
 #include "machine/Machine.h"
 
 namespace quoll {
@@ -47,7 +49,9 @@ void Command9_Click(Machine& m) {
 }
 
 void File1_Click(Machine& m) {
-  TTape_Insert(m, (std::filesystem::path(m.ttape.folder) / m.ttape.File1.Selected()).string());
+  const std::string file = (std::filesystem::path(m.ttape.folder) / m.ttape.File1.Selected()).string();
+  if (const std::string error = WhyUnreadable(file); !error.empty()) return TellFileError(*m.host, error);
+  TTape_Insert(m, file);
 }
 
 // Moves reels and counter on.

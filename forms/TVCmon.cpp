@@ -11,7 +11,7 @@ using namespace std::chrono_literals;
 
 void Check1_Click(Machine& m) {
   if (m.tvcmon.Check1) {
-    TapeStartRecording(m.tape, *m.host);
+    m.tvcmon.Check1 = TapeStartRecording(m.tape, *m.host);
   } else {
     TapeStopRecording(m.tape);
   }

@@ -68,14 +68,14 @@ void ShowSlots(TVCmonShown& shown, const Machine& m) {
 }
 
 void ShowSerial(TVCmonShown& shown, const SerialLine& line) {
-  const bool checked = line.parity != Parity::None;
+  constexpr std::array kParities{"", "even", "odd", "mark", "space"};
   const std::string stopBits =
       std::to_string(line.halfStopBits / 2) + (line.halfStopBits % 2 != 0 ? ".5" : "");
   shown.Serial = {OneOrZero(line.open),
                   std::to_string(line.baud),
                   std::to_string(line.dataBits),
-                  OneOrZero(checked),
-                  checked ? (line.parity == Parity::Odd ? "odd" : "even") : "",
+                  OneOrZero(line.parity != Parity::None),
+                  kParities[static_cast<size_t>(line.parity)],
                   stopBits};
 }
 
@@ -87,8 +87,8 @@ void ShowFloppy(TVCmonShown& shown, const Floppy& floppy) {
     shown.FddLamp[drive] = floppy.FdcDrive == drive;
   if (shown.List4.entries != floppy.Accesses) shown.List4.Fill(floppy.Accesses);
   const BootSector boot = ReadBootSector(floppy);
-  shown.Disk = {boot.name,        std::to_string(boot.bytesPerSector),  std::to_string(boot.totalSectors),
-                Hex2(boot.media), std::to_string(boot.sectorsPerTrack), std::to_string(boot.heads)};
+  shown.Disk = {boot.name.c_str(), std::to_string(boot.bytesPerSector),  std::to_string(boot.totalSectors),
+                Hex2(boot.media),  std::to_string(boot.sectorsPerTrack), std::to_string(boot.heads)};
 }
 
 }  // namespace

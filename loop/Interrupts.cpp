@@ -31,6 +31,7 @@ void IrqEnter(Machine& m) {
   if (m.z80.IM != 1) {
     m.host->MessageBox("IM MODE 0 or 2 not allowed!", "", MessageIcon::None);
     m.run.CpuRunning = 0;
+    m.run.CpuError = 1;
     return;
   }
   Accept(m, kIrqVector);

@@ -1,9 +1,9 @@
 // Acceptance of interrupts.
 #pragma once
 
-namespace quoll {
+#include "machine/Machine.h"
 
-struct Machine;
+namespace quoll {
 
 // Accepts the maskable interrupt. Only mode 1 exists: in the others a message is shown and the run stops
 // with PC and stack as they are, interrupts disabled all the same.

@@ -1,14 +1,11 @@
 #include "loop/MissingOP.h"
 
-#include <string_view>
-
 #include "core/Wrap.h"
 #include "machine/Machine.h"
 
 namespace quoll {
 
 void MissingOP(Machine& m) {
-  constexpr std::string_view kUnknownOpcode = "Unknown Opcode!";
   // A program can be full of such instructions: the texts are stored only when they change.
   if (m.screen.Label1 != kUnknownOpcode) m.screen.Label1 = kUnknownOpcode;
   if (m.screen.window.caption != kUnknownOpcode) m.screen.window.caption = kUnknownOpcode;

@@ -2,10 +2,9 @@
 #pragma once
 
 #include "display/Refresh.h"
+#include "machine/Machine.h"
 
 namespace quoll {
-
-struct Machine;
 
 // Builds the picture and paints the border, as far as the monitor's "Screen" and "Border" boxes want them.
 void redraw(Machine& m);

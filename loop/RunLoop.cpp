@@ -110,9 +110,26 @@ int32_t SliceLength(const Machine& m) {
   return static_cast<int32_t>(std::max<int64_t>(0, next));
 }
 
+// One entry of the loop.
+struct Entry {
+  uint32_t lastTick = 0;   // when the last picture was drawn
+  uint32_t mappedEnd = 0;  // instructions below it reach memory by the page map
+};
+
+// After everything that may have changed the machine in any way.
+void TakeOver(Machine& m, Entry& entry) {
+  KeepBytes(m.z80);
+  RenewPages(m);
+  // Addresses that a register wider than 16 bits gives are not in the map. No instruction makes a register
+  // wide.
+  const bool wide = ((m.z80.IX | m.z80.IY | m.z80.SP) & ~0xFFFF) != 0;
+  entry.mappedEnd = wide ? 0 : kTopAddress + 1;
+  m.z80.R &= 0x1FF;  // an acceptance may have left 256 until the next pass
+}
+
 // The page map reaches somewhat past the memory: as far as a slice of NOPs can go.
-bool IsMapped(const Machine& m) {
-  return m.z80.PC >= 0 && m.z80.PC <= kTopAddress && m.z80.PrefixState == 0 && !m.VideoReadNoise;
+bool IsMapped(const Machine& m, const Entry& entry) {
+  return static_cast<uint32_t>(m.z80.PC) < entry.mappedEnd && m.z80.PrefixState == 0 && !m.VideoReadNoise;
 }
 
 // An accepted request moves a halted processor past its HALT, wherever PC stands by now.
@@ -172,23 +189,22 @@ void ShowSpeed(Machine& m) {
 }
 
 // The user's turn: afterwards the machine may be in any state.
-void Pump(Machine& m) {
+void Pump(Machine& m, Entry& entry) {
   m.host->Pump(m);
-  KeepRanges(m.z80);
-  RenewPages(m);
+  TakeOver(m, entry);
 }
 
-void EndFrame(Machine& m, uint32_t& lastTick) {
+void EndFrame(Machine& m, Entry& entry) {
   m.run.FrameClock = WrappingSub(m.run.FrameClock, kFrameTStates);
   m.run.LastCursorIrq = m.run.FrameClock;
   ShowSpeed(m);
   m.run.TotalCycles = WrappingAdd(m.run.TotalCycles, kFrameTStates);
   LPENRefresh(m.pen, m.crtc);
-  if (m.host->TickCount() - lastTick > kDrawInterval) {
+  if (m.host->TickCount() - entry.lastTick > kDrawInterval) {
     redraw(m);
     PALchNull(m.palette);
-    Pump(m);
-    lastTick = m.host->TickCount();
+    Pump(m, entry);
+    entry.lastTick = m.host->TickCount();
   }
   if (m.mixer.FrameInBlock < kFramesPerBlock) SoundFrame(m);
   if (m.mixer.FrameInBlock == kFramesPerBlock) {
@@ -196,8 +212,7 @@ void EndFrame(Machine& m, uint32_t& lastTick) {
     m.mixer.FrameInBlock = 0;
   }
   m.host->FrameEnded(m);
-  KeepRanges(m.z80);
-  RenewPages(m);
+  TakeOver(m, entry);
 }
 
 void TestBreakpoint(Machine& m) {
@@ -207,7 +222,7 @@ void TestBreakpoint(Machine& m) {
 }
 
 // Everything of a pass after its instruction.
-void FinishPass(Machine& m, int32_t cyclesBefore, uint32_t& lastTick) {
+void FinishPass(Machine& m, int32_t cyclesBefore, Entry& entry) {
   m.z80.R &= 0xFF;
   ServeRequests(m);
   const int32_t passed = WrappingSub(m.run.Cycles, cyclesBefore);
@@ -215,34 +230,43 @@ void FinishPass(Machine& m, int32_t cyclesBefore, uint32_t& lastTick) {
   m.run.FrameClock = WrappingAdd(m.run.FrameClock, passed);
   RaiseCursor(m);
   SetIrqLine(m);
-  if (m.run.FrameClock > kFrameTStates) EndFrame(m, lastTick);
+  if (m.run.FrameClock > kFrameTStates) EndFrame(m, entry);
   if (m.run.Cycles > kFrameTStates) m.run.Cycles -= kFrameTStates;
   TestBreakpoint(m);
   m.run.PcHistory.Push(m.run.PrevPc);
 }
 
-void RunPasses(Machine& m, uint32_t& lastTick) {
+// Counts while it lives, also where the loop is left by ProgramEnd.
+struct Counted {
+  int& count;
+  explicit Counted(int& counter) : count(counter) { ++count; }
+  ~Counted() { --count; }
+  Counted(const Counted&) = delete;
+  Counted& operator=(const Counted&) = delete;
+};
+
+void RunPasses(Machine& m, Entry& entry) {
   const int32_t slice = SliceLength(m);
-  const int32_t passed = IsMapped(m) ? RunMappedSlice(m, slice) : RunSlice<false>(m, slice);
+  const int32_t passed = IsMapped(m, entry) ? RunMappedSlice(m, slice) : RunSlice<false>(m, slice);
   const int32_t cyclesBefore = m.run.Cycles;
   m.run.Cycles = WrappingAdd(m.run.Cycles, passed);
-  FinishPass(m, cyclesBefore, lastTick);
+  FinishPass(m, cyclesBefore, entry);
   if (m.IdlePasses >= SliceCpu<true>::kIdleSlice) {
     m.IdlePasses = 0;
     m.host->Stalled(m);
-    KeepRanges(m.z80);
-    RenewPages(m);
+    TakeOver(m, entry);
   }
 }
 
 }  // namespace
 
 void RunLoop(Machine& m) {
-  uint32_t lastTick = 0;
-  KeepRanges(m.z80);
-  RenewPages(m);
+  const Counted counted(m.loops);
+  if (m.run.CpuRunning == 1) m.run.CpuError = 0;
+  Entry entry;
+  TakeOver(m, entry);
   do {
-    RunPasses(m, lastTick);
+    RunPasses(m, entry);
   } while (m.run.CpuRunning == 1);
   m.cpumon.Command1Look.back = kRed;
   CPUmon_redraw(m.cpumon);

@@ -3,9 +3,9 @@
 
 #include <cstdint>
 
-namespace quoll {
+#include "machine/Machine.h"
 
-struct Machine;
+namespace quoll {
 
 // Runs until run.CpuRunning is not 1 at the end of a pass; called with it 0 it performs exactly one pass.
 // May be entered again from a handler inside Host::Pump.

@@ -129,16 +129,12 @@ struct SliceCpu {
     WriteByTree(m, pc, trail, address, value);
   }
 
-  // A word, low byte first: one look-up when it lies within a granule. Without the map loads read the high
-  // byte first, as operands and LD do; POP and RET read the low byte first.
-  int32_t ReadWord(intptr_t address, bool lowFirst = false) {
+  // A word, low byte first: one look-up when it lies within a granule. Without the map the high byte
+  // is read first, as operands and LD do.
+  int32_t ReadWord(intptr_t address) {
     if (kMapped && (address & kGranuleMask) != kGranuleMask) [[likely]] {
       const uint8_t* low = ReadPointer(address);
       return low[1] << 8 | low[0];
-    }
-    if (lowFirst) {
-      const int32_t low = Read(address);
-      return Read(address + 1) << 8 | low;
     }
     const int32_t high = Read(address + 1);
     return high << 8 | Read(address);
@@ -165,7 +161,7 @@ struct SliceCpu {
   void ToHL(int32_t value) { Write(Address(HL(s)), value); }
 
   void Push2(int32_t high, int32_t low) {
-    const int32_t top = (s.SP - 2) & 0xFFFF;
+    const int32_t top = Low16(WrappingSub(s.SP, 2));
     if (kMapped && (top & kGranuleMask) != kGranuleMask) [[likely]] {
       if (const uintptr_t granule = WriteGranule(top); granule != 0) [[likely]] {
         auto* byte = reinterpret_cast<uint8_t*>(granule + static_cast<uintptr_t>(top));
@@ -182,16 +178,16 @@ struct SliceCpu {
   }
   // A program counter beyond 16 bits is pushed as its low 16 bits.
   void PushPC(intptr_t address) { Push2((address >> 8) & 0xFF, address & 0xFF); }
-  // The stack wraps from 0xFFFF to 0, between the two bytes of a word too.
+  // The stack wraps from 0xFFFF to 0, between the two bytes of a word too. The low byte is read first.
   int32_t Pop() {
     int32_t word;
-    if (s.SP != 0xFFFF) [[likely]] {
-      word = ReadWord(s.SP, true);
+    if (kMapped && s.SP != 0xFFFF) [[likely]] {
+      word = ReadWord(s.SP);
     } else {
-      word = Read(0xFFFF);
-      word |= Read(0) << 8;
+      word = Read(s.SP);
+      word |= Read(Low16(WrappingAdd(s.SP, 1))) << 8;
     }
-    s.SP = (s.SP + 2) & 0xFFFF;
+    s.SP = Low16(WrappingAdd(s.SP, 2));
     return word;
   }
   void CallTo(int32_t target, int32_t tStates, int32_t length, int32_t steps) {

@@ -6,25 +6,15 @@ namespace quoll {
 
 namespace {
 
-// The sound card's frame. A chip that sounds draws its window, shown or not: the scopes in the last frame of
-// a block, the SID's in each.
+// The sound card's frame. A chip that sounds draws its window, shown or not.
 void CardFrame(Machine& m) {
   FSID_PlayTune(m);
-  SoundCard& card = m.card;
-  SoundCardRender(card,
-                  {.saa = ChipControls(m.fsaa),
-                   .opl = ChipControls(m.fym3812),
-                   .sid = ChipControls(m.fsid),
-                   .opll = ChipControls(m.fym2413)},
-                  m.random);
+  SoundCardControls controls;
+  for (const ChipForm& form : ChipForms())
+    if (form.controls != nullptr) form.controls(m, controls);
+  SoundCardRender(m.card, controls, m.random);
   const bool scopes = m.mixer.FrameInBlock == kFramesPerBlock - 1;
-  if (card.saa.silent == 0) Fsaa_Draw(m.fsaa, card.saa, scopes);
-  if (card.sid.silent == 0) FSID_Draw(m.fsid, card.sid);
-  if (!scopes) return;
-  if (card.sn.silent == 0) FSN76489_Draw(m.fsn76489, card.sn);
-  if (card.opl.silent == 0) FYM3812_Draw(m.fym3812, card.opl);
-  if (card.opll.silent == 0) FYM2413_Draw(m.fym2413, card.opll);
-  if (card.ay.silent == 0) T8910_Draw(m.t8910, card.ay);
+  for (const ChipForm& form : ChipForms()) form.draw(m, scopes);
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
 // The frame's sound: every source in turn, mixed; and the wait that holds the machine to real time.
 #pragma once
 
-namespace quoll {
+#include "machine/Machine.h"
 
-struct Machine;
+namespace quoll {
 
 // One frame of every source, mixed into the block.
 void SoundFrame(Machine& m);

@@ -37,6 +37,6 @@ void StartMachine(Machine& m) {
   JoinOtherPrograms(m);
 }
 
-void StopMachine(Machine& m) { TapeFlush(m.tape); }
+void StopMachine(Machine& m) { TapeStopRecording(m.tape); }
 
 }  // namespace quoll

@@ -1,9 +1,9 @@
 // Starting up: what every program that runs a machine does before it presses "Run".
 #pragma once
 
-namespace quoll {
+#include "machine/Machine.h"
 
-struct Machine;
+namespace quoll {
 
 // Builds the machine in its folder, with the tape and the disk that lie there, and joins it to the companion
 // of its serial card. Ends the program with a message where a ROM is missing.

@@ -110,6 +110,7 @@ struct Machine : MachineState {
   Host* host;                 // never null
   std::string programFolder;  // where ROMs and cartridges are looked for; empty means the working directory
   PageMap pages;
+  int loops = 0;            // run loops on the stack; at 0 the machine stands
   uint32_t IdlePasses = 0;  // passes without a T-state, counted for Host::Stalled
 };
 

@@ -51,6 +51,12 @@ void LoadCartridge(Machine& m) {
   }
 }
 
+// Nothing else would ever take the texts away.
+void ForgetUnknownOpcode(TScreen& screen) {
+  if (screen.Label1 == kUnknownOpcode) screen.Label1.clear();
+  if (screen.window.caption == kUnknownOpcode) screen.window.caption = kProgramName;
+}
+
 }  // namespace
 
 void MachineInit(Machine& m) {
@@ -91,6 +97,7 @@ void CpuReset(Machine& m) {
 }
 
 void MachineReset(Machine& m) {
+  ForgetUnknownOpcode(m.screen);
   m.PortShadow.fill(0);
   KeyboardClear(m.keyboard);
   m.PortShadow[kStatusPort] = 0xBF;

@@ -8,12 +8,6 @@
 
 namespace quoll {
 
-namespace {
-
-constexpr const char* kStoreFile = "mex4mb.bin";
-
-}  // namespace
-
 void LoadCRT(Machine& m, const std::string& file) {
   const std::filesystem::path path(file);
   std::error_code error;
@@ -36,13 +30,13 @@ std::string UnloadCaption(const Machine& m) {
 
 bool SaveMex4mb(Machine& m) {
   if (m.MexPages.empty()) {
-    TellFileError(*m.host, std::string(kStoreFile) + ": there is no MEX4MB cartridge");
+    TellFileError(*m.host, std::string(kMexStoreFile) + ": there is no MEX4MB cartridge");
     return false;
   }
   std::vector<uint8_t> store;
   store.reserve(m.MexPages.size() * sizeof(MexPage));
   for (const MexPage& page : m.MexPages) store.insert(store.end(), page.begin(), page.end());
-  return SaveFileOrTell(*m.host, kStoreFile, store);
+  return SaveFileOrTell(*m.host, kMexStoreFile, store);
 }
 
 }  // namespace quoll

@@ -8,6 +8,8 @@ namespace quoll {
 
 struct Machine;
 
+inline constexpr const char* kMexStoreFile = "mex4mb.bin";
+
 // Makes the file the cartridge and builds the machine anew with it, now and whenever it is built again. A
 // name without a folder, or a path where nothing is, stands for the file of that name in the program folder.
 // A short file is filled up with zeros. When there is none, the program ends with a message.

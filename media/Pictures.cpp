@@ -14,8 +14,6 @@ namespace {
 constexpr size_t kVideoSize = 0x4000;
 constexpr size_t kRamSize = 0x10000;
 constexpr size_t kRoomForScreen = kMemImageSize - kVid0;
-constexpr const char* kScreenFile = "screen.bin";
-constexpr const char* kDumpFile = "ramdump.bin";
 
 constexpr size_t kTimMode = 3;
 constexpr size_t kTimPalette = 4;

@@ -10,6 +10,8 @@ namespace quoll {
 
 struct Machine;
 
+inline constexpr const char* kScreenFile = "screen.bin";
+inline constexpr const char* kDumpFile = "ramdump.bin";
 inline constexpr size_t kTimHeaderSize = 16;  // byte 3 the mode, bytes 4 to 7 the palette; then the screen
 
 // Shows a picture file's bytes: mode into port 6, palette into ports 0x60 to 0x63, the screen to video bank 0

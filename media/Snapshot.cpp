@@ -28,8 +28,10 @@ constexpr std::string_view kMagic = "QUOLLEMU02";
 constexpr size_t kBytesOffset = 19;
 constexpr size_t kWordsOffset = 49;
 constexpr size_t kWordSize = 4;
+constexpr size_t kCrtcOffset = 499;
 
-// Calls visit with place, size and value of each number of processor and requests. The machine may be const.
+// Calls visit with place, size and value of each number of processor, requests and CRTC. The machine may be
+// const.
 template <class AnyMachine, class Visit>
 void VisitNumbers(AnyMachine& m, Visit visit) {
   for (size_t i = 0; i < kZ80Bytes; ++i) visit(kBytesOffset + i, size_t{1}, m.z80.*kZ80Fields[i].field);
@@ -38,12 +40,13 @@ void VisitNumbers(AnyMachine& m, Visit visit) {
   visit(size_t{403}, kWordSize, m.run.ResetRequest);
   visit(size_t{407}, kWordSize, m.z80.IrqLine);
   visit(size_t{411}, kWordSize, m.run.NmiRequest);
+  for (size_t i = 0; i < m.crtc.CrtcRegs.size(); ++i)
+    visit(kCrtcOffset + kWordSize * i, kWordSize, m.crtc.CrtcRegs[i]);
 }
 
 constexpr size_t kPcOffset = 61;
 constexpr size_t kPortsOffset = 99;
 constexpr size_t kRunFlagOffset = 415;
-constexpr size_t kCrtcOffset = 499;
 constexpr size_t kMemoryOffset = 599;
 static_assert(kMemoryOffset + kMemImageSize == kSnapshotSize);
 
@@ -62,6 +65,12 @@ int32_t Number(std::span<const uint8_t> place) {
 template <class Take>
 void TakeField(std::span<const uint8_t> file, size_t offset, size_t size, Take take) {
   if (file.size() >= offset + size) take(file.subspan(offset, size));
+}
+
+// As many of the bytes as the file has.
+void TakeBytes(std::span<const uint8_t> file, size_t offset, std::span<uint8_t> bytes) {
+  const auto there = file.subspan(std::min(offset, file.size()));
+  std::ranges::copy(there.first(std::min(bytes.size(), there.size())), bytes.begin());
 }
 
 void TakeNumbers(Machine& m, std::span<const uint8_t> file) {
@@ -84,11 +93,6 @@ std::vector<uint8_t> SnapshotBytes(const Machine& m) {
   });
   std::ranges::copy(m.PortShadow, file.begin() + kPortsOffset);
   file[kRunFlagOffset] = m.run.CpuRunning;
-  size_t offset = kCrtcOffset;
-  for (const int32_t value : m.crtc.CrtcRegs) {
-    PutNumber(bytes.subspan(offset, kWordSize), value);
-    offset += kWordSize;
-  }
   std::ranges::copy(m.MemImage, file.begin() + kMemoryOffset);
   return file;
 }
@@ -98,17 +102,10 @@ SnapshotResult ApplySnapshot(Machine& m, std::span<const uint8_t> file) {
     return SnapshotResult::Foreign;
   }
   TakeNumbers(m, file);
-  TakeField(file, kPortsOffset, m.PortShadow.size(),
-            [&](auto bytes) { std::ranges::copy(bytes, m.PortShadow.begin()); });
+  TakeBytes(file, kPortsOffset, m.PortShadow);
   TakeField(file, kRunFlagOffset, 1, [&](auto bytes) { m.run.CpuRunning = bytes[0]; });
-  auto& registers = m.crtc.CrtcRegs;
-  TakeField(file, kCrtcOffset, kWordSize * registers.size(), [&](auto bytes) {
-    for (size_t i = 0; i < registers.size(); ++i)
-      registers[i] = Number(bytes.subspan(kWordSize * i, kWordSize));
-  });
-  TakeField(file, kMemoryOffset, m.MemImage.size(),
-            [&](auto bytes) { std::ranges::copy(bytes, m.MemImage.begin()); });
-  KeepRanges(m.z80);
+  TakeBytes(file, kMemoryOffset, m.MemImage);
+  KeepBytes(m.z80);
   RenewPages(m);
   return file.size() < kSnapshotSize ? SnapshotResult::CutShort : SnapshotResult::Whole;
 }

@@ -20,7 +20,7 @@ std::vector<uint8_t> SnapshotBytes(const Machine& m);
 
 enum class SnapshotResult {
   Foreign,   // not a snapshot: the machine is as it was
-  CutShort,  // the fields that are whole in it have been taken, the others are as they were
+  CutShort,  // what is in it has been taken, of ports and memory the first part; the rest is as it was
   Whole,
 };
 

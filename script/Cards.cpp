@@ -60,13 +60,13 @@ int TakePrintJobs(lua_State* L, Script& script) {
   return 1;
 }
 
+constexpr luaL_Reg kFunctions[] = {{"SharedMemory", Guarded<ShareMemory>},
+                                   {"Companion", Guarded<StartCompanion>},
+                                   {"CompanionRuns", Guarded<CompanionIsThere>},
+                                   {"PrintJobs", Guarded<TakePrintJobs>}};
+
 }  // namespace
 
-void OpenCards(lua_State* L) {
-  lua_register(L, "SharedMemory", Guarded<ShareMemory>);
-  lua_register(L, "Companion", Guarded<StartCompanion>);
-  lua_register(L, "CompanionRuns", Guarded<CompanionIsThere>);
-  lua_register(L, "PrintJobs", Guarded<TakePrintJobs>);
-}
+void OpenCards(lua_State* L) { Register(L, kFunctions); }
 
 }  // namespace quoll

@@ -100,16 +100,16 @@ int Selected(lua_State* L, Script& script) {
   return 1;
 }
 
+constexpr luaL_Reg kFunctions[] = {{"Press", Guarded<PressButton>},
+                                   {"Enter", Guarded<PressEnterKey>},
+                                   {"Choose", Guarded<ChooseBy<ChooseEntry>>},
+                                   {"DoubleClick", Guarded<DoubleClickOn>},
+                                   {"Selected", Guarded<Selected>},
+                                   {"MouseDown", (Guarded<Act<MouseDown, &Control::down>>)},
+                                   {"MouseUp", (Guarded<Act<MouseUp, &Control::up>>)}};
+
 }  // namespace
 
-void OpenControlActions(lua_State* L) {
-  lua_register(L, "Press", Guarded<PressButton>);
-  lua_register(L, "Enter", Guarded<PressEnterKey>);
-  lua_register(L, "Choose", Guarded<ChooseBy<ChooseEntry>>);
-  lua_register(L, "DoubleClick", Guarded<DoubleClickOn>);
-  lua_register(L, "Selected", Guarded<Selected>);
-  lua_register(L, "MouseDown", (Guarded<Act<MouseDown, &Control::down>>));
-  lua_register(L, "MouseUp", (Guarded<Act<MouseUp, &Control::up>>));
-}
+void OpenControlActions(lua_State* L) { Register(L, kFunctions); }
 
 }  // namespace quoll

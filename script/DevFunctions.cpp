@@ -1,5 +1,4 @@
 // The development tools: assembler, disassembler, and what has been copied.
-#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -65,16 +64,11 @@ int Clipboard(lua_State* L, Script& script) {
   return 1;
 }
 
-constexpr std::array kFunctions{
-    luaL_Reg{"Compile", Guarded<CompileSource>},
-    luaL_Reg{"DisAsm", Guarded<Disassemble>},
-    luaL_Reg{"Clipboard", Guarded<Clipboard>},
-};
+constexpr luaL_Reg kFunctions[] = {
+    {"Compile", Guarded<CompileSource>}, {"DisAsm", Guarded<Disassemble>}, {"Clipboard", Guarded<Clipboard>}};
 
 }  // namespace
 
-void OpenDevFunctions(lua_State* L) {
-  for (const luaL_Reg& function : kFunctions) lua_register(L, function.name, function.func);
-}
+void OpenDevFunctions(lua_State* L) { Register(L, kFunctions); }
 
 }  // namespace quoll

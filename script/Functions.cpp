@@ -1,5 +1,4 @@
 // The machine's own functions under their own names.
-#include <array>
 #include <cinttypes>
 #include <cstdint>
 #include <cstdio>
@@ -95,35 +94,31 @@ int Hexadecimal(lua_State* L, Script& /*script*/) {
   return 1;
 }
 
-constexpr std::array kFunctions{
-    luaL_Reg{"MemRead", Guarded<ReadMemory>},
-    luaL_Reg{"MemWrite", Guarded<WriteMemory>},
-    luaL_Reg{"PortIn", Guarded<ReadPort>},
-    luaL_Reg{"PortOut", Guarded<WritePort>},
-    luaL_Reg{"MachineInit", Guarded<Plain<MachineInit>>},
-    luaL_Reg{"MachineReset", Guarded<Plain<MachineReset>>},
-    luaL_Reg{"CpuInit", Guarded<Plain<InitCpu>>},
-    luaL_Reg{"CpuReset", Guarded<Plain<CpuReset>>},
-    luaL_Reg{"RunLoop", Guarded<Plain<RunLoop>>},
-    luaL_Reg{"IrqEnter", Guarded<Plain<IrqEnter>>},
-    luaL_Reg{"NmiEnter", Guarded<Plain<NmiEnter>>},
-    luaL_Reg{"SoundFrame", Guarded<Plain<SoundFrame>>},
-    luaL_Reg{"redraw", Guarded<Plain<redraw>>},
-    luaL_Reg{"PALchNull", Guarded<Plain<StartPalette>>},
-    luaL_Reg{"LPENRefresh", Guarded<Plain<RefreshPen>>},
-    luaL_Reg{"picd_KeyDown", Guarded<KeyDown>},
-    luaL_Reg{"picd_KeyUp", Guarded<KeyUp>},
-    luaL_Reg{"picd_MouseMove", Guarded<MoveMouse>},
-    luaL_Reg{"Senddata", Guarded<PrintByte>},
-    luaL_Reg{"FrameTimeValue", Guarded<SpeedFigure>},
-    luaL_Reg{"Hex2", Guarded<Hexadecimal<2>>},
-    luaL_Reg{"Hex4", Guarded<Hexadecimal<4>>},
-};
+constexpr luaL_Reg kFunctions[] = {{"MemRead", Guarded<ReadMemory>},
+                                   {"MemWrite", Guarded<WriteMemory>},
+                                   {"PortIn", Guarded<ReadPort>},
+                                   {"PortOut", Guarded<WritePort>},
+                                   {"MachineInit", Guarded<Plain<MachineInit>>},
+                                   {"MachineReset", Guarded<Plain<MachineReset>>},
+                                   {"CpuInit", Guarded<Plain<InitCpu>>},
+                                   {"CpuReset", Guarded<Plain<CpuReset>>},
+                                   {"RunLoop", Guarded<Plain<RunLoop>>},
+                                   {"IrqEnter", Guarded<Plain<IrqEnter>>},
+                                   {"NmiEnter", Guarded<Plain<NmiEnter>>},
+                                   {"SoundFrame", Guarded<Plain<SoundFrame>>},
+                                   {"redraw", Guarded<Plain<redraw>>},
+                                   {"PALchNull", Guarded<Plain<StartPalette>>},
+                                   {"LPENRefresh", Guarded<Plain<RefreshPen>>},
+                                   {"picd_KeyDown", Guarded<KeyDown>},
+                                   {"picd_KeyUp", Guarded<KeyUp>},
+                                   {"picd_MouseMove", Guarded<MoveMouse>},
+                                   {"Senddata", Guarded<PrintByte>},
+                                   {"FrameTimeValue", Guarded<SpeedFigure>},
+                                   {"Hex2", Guarded<Hexadecimal<2>>},
+                                   {"Hex4", Guarded<Hexadecimal<4>>}};
 
 }  // namespace
 
-void OpenFunctions(lua_State* L) {
-  for (const luaL_Reg& function : kFunctions) lua_register(L, function.name, function.func);
-}
+void OpenFunctions(lua_State* L) { Register(L, kFunctions); }
 
 }  // namespace quoll

@@ -1,6 +1,5 @@
 // Programs in and out: the media functions under their own names. They show the machine's own message boxes
 // and return nothing, but for TapeRead.
-#include <array>
 #include <cstdint>
 #include <string>
 
@@ -47,23 +46,19 @@ int ReadTape(lua_State* L, Script& script) {
   return 1;
 }
 
-constexpr std::array kFunctions{
-    luaL_Reg{"LoadCAS", Guarded<WithFile<LoadCAS>>},
-    luaL_Reg{"SaveCAS", Guarded<SaveProgram>},
-    luaL_Reg{"LoadSnapShot", Guarded<WithFile<LoadSnapShot>>},
-    luaL_Reg{"SaveSnapshot", Guarded<WithFile<SaveSnapshot>>},
-    luaL_Reg{"LoadCRT", Guarded<WithFile<LoadCRT>>},
-    luaL_Reg{"LoadTIM", Guarded<WithFile<LoadTIM>>},
-    luaL_Reg{"LoadDisk", Guarded<WithFile<TFloppy_Insert>>},
-    luaL_Reg{"TapeOpen", Guarded<OpenTape>},
-    luaL_Reg{"TapeRewind", Guarded<RewindTape>},
-    luaL_Reg{"TapeRead", Guarded<ReadTape>},
-};
+constexpr luaL_Reg kFunctions[] = {{"LoadCAS", Guarded<WithFile<LoadCAS>>},
+                                   {"SaveCAS", Guarded<SaveProgram>},
+                                   {"LoadSnapShot", Guarded<WithFile<LoadSnapShot>>},
+                                   {"SaveSnapshot", Guarded<WithFile<SaveSnapshot>>},
+                                   {"LoadCRT", Guarded<WithFile<LoadCRT>>},
+                                   {"LoadTIM", Guarded<WithFile<LoadTIM>>},
+                                   {"LoadDisk", Guarded<WithFile<TFloppy_Insert>>},
+                                   {"TapeOpen", Guarded<OpenTape>},
+                                   {"TapeRewind", Guarded<RewindTape>},
+                                   {"TapeRead", Guarded<ReadTape>}};
 
 }  // namespace
 
-void OpenMediaFunctions(lua_State* L) {
-  for (const luaL_Reg& function : kFunctions) lua_register(L, function.name, function.func);
-}
+void OpenMediaFunctions(lua_State* L) { Register(L, kFunctions); }
 
 }  // namespace quoll

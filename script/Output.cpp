@@ -70,15 +70,12 @@ int SaveSound(lua_State* L, Script& script) {
   return 0;
 }
 
+constexpr luaL_Reg kFunctions[] = {{"Messages", Guarded<Messages>}, {"Picture", Guarded<GetPicture>},
+                                   {"Border", Guarded<Border>},     {"SavePicture", Guarded<SavePicture>},
+                                   {"Sound", Guarded<Sound>},       {"SaveSound", Guarded<SaveSound>}};
+
 }  // namespace
 
-void OpenOutput(lua_State* L) {
-  lua_register(L, "Messages", Guarded<Messages>);
-  lua_register(L, "Picture", Guarded<GetPicture>);
-  lua_register(L, "Border", Guarded<Border>);
-  lua_register(L, "SavePicture", Guarded<SavePicture>);
-  lua_register(L, "Sound", Guarded<Sound>);
-  lua_register(L, "SaveSound", Guarded<SaveSound>);
-}
+void OpenOutput(lua_State* L) { Register(L, kFunctions); }
 
 }  // namespace quoll

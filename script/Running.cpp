@@ -85,6 +85,10 @@ struct StopAtKeeper {
   int64_t before;
 };
 
+constexpr luaL_Reg kFunctions[] = {{"Step", Guarded<Step>},         {"Frames", Guarded<Frames>},
+                                   {"RunUntil", Guarded<RunUntil>}, {"OnFrame", Guarded<OnFrame>},
+                                   {"Seed", Guarded<Seed>},         {"Clock", Guarded<Clock>}};
+
 }  // namespace
 
 int64_t RunFrames(Script& script, int64_t count) {
@@ -97,13 +101,6 @@ int64_t RunFrames(Script& script, int64_t count) {
   return script.host.frames - before;
 }
 
-void OpenRunning(lua_State* L) {
-  lua_register(L, "Step", Guarded<Step>);
-  lua_register(L, "Frames", Guarded<Frames>);
-  lua_register(L, "RunUntil", Guarded<RunUntil>);
-  lua_register(L, "OnFrame", Guarded<OnFrame>);
-  lua_register(L, "Seed", Guarded<Seed>);
-  lua_register(L, "Clock", Guarded<Clock>);
-}
+void OpenRunning(lua_State* L) { Register(L, kFunctions); }
 
 }  // namespace quoll

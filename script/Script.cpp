@@ -62,6 +62,10 @@ int32_t LowInt(lua_State* L, int argument) {
   return static_cast<int32_t>(static_cast<uint32_t>(luaL_checkinteger(L, argument)));
 }
 
+void Register(lua_State* L, std::span<const luaL_Reg> functions) {
+  for (const luaL_Reg& function : functions) lua_register(L, function.name, function.func);
+}
+
 int OpenScript(lua_State* L) {
   auto* script = static_cast<Script*>(lua_touserdata(L, 1));
   *static_cast<Script**>(lua_getextraspace(L)) = script;

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <lua.hpp>
+#include <span>
 #include <vector>
 
 #include "machine/Machine.h"
@@ -66,6 +67,9 @@ void SetProxy(lua_State* L, const char* name, lua_CFunction index, lua_CFunction
 // must not come round to a good one. The second keeps the low 32 bits, as a store does.
 int32_t NearestInt(lua_State* L, int argument);
 int32_t LowInt(lua_State* L, int argument);
+
+// Leaves functions as globals.
+void Register(lua_State* L, std::span<const luaL_Reg> functions);
 
 // The parts of the interface; each leaves its names as globals.
 void OpenRecords(lua_State* L);

@@ -14,9 +14,8 @@ namespace {
 
 // What stands for a template that is not there.
 std::vector<uint8_t> SilentTemplate() {
-  constexpr WaveFormat kOutput{2, 22050, 44100, 2, 8};
   constexpr uint8_t kSilence = 128;
-  const auto header = WaveHeader(kOutput, kBlockBytes);
+  const auto header = WaveHeader(kMachineSound, kBlockBytes);
   std::vector<uint8_t> bytes(header.size() + kBlockBytes, kSilence);
   std::ranges::copy(header, bytes.begin());
   return bytes;

@@ -1,6 +1,8 @@
 #include "sound/Mixer.h"
 
+#include <algorithm>
 #include <cmath>
+#include <span>
 
 namespace quoll {
 namespace {
@@ -9,16 +11,6 @@ constexpr double kSilence = 128.0;
 
 // The conversion keeps the low 8 bits: a mix that is too loud wraps, as it always has on this machine.
 uint8_t OutputByte(double sum) { return static_cast<uint8_t>(std::lrint(sum)); }
-
-// A frame of zeros: what a silent chip renders.
-constexpr FrameSamples kSilentFrame{};
-
-bool ChipsAreSilent(const SoundCard& card) {
-  return card.saa.SaaOutL == kSilentFrame && card.saa.SaaOutR == kSilentFrame &&
-         card.sn.SnOut == kSilentFrame && card.opl.Ym3812Out == kSilentFrame &&
-         card.opll.Ym2413Out == kSilentFrame && card.sid.SidOut == kSilentFrame &&
-         card.ay.AyOut == kSilentFrame;
-}
 
 // Half of a sample, ties to even.
 int32_t RoundedHalf(int32_t sample) {
@@ -35,21 +27,44 @@ void MixTone(uint8_t* out, const FrameSamples& toneOut) {
   }
 }
 
+using Sums = std::array<double, kFrameSamples>;
+
+void Add(Sums& sums, const FrameSamples& samples, double weight) {
+  for (int i = 0; i < kFrameSamples; ++i) sums[i] += weight * samples[i];
+}
+
+bool IsSilent(const FrameSamples& samples) {
+  constexpr FrameSamples kZeros{};
+  return samples == kZeros;
+}
+
 }  // namespace
 
 void MixFrame(Mixer& mixer, const FrameSamples& toneOut, const SoundCard& card) {
   if (mixer.FrameInBlock < 0 || mixer.FrameInBlock >= kFramesPerBlock) return;
+  constexpr double kToneWeight = 0.5;
+  const auto chips = SoundChips();
+  const auto silent = [&](const SoundChip& chip) {
+    return IsSilent(chip.left(card)) && IsSilent(chip.right(card));
+  };
   uint8_t* out = &mixer.BlockBuffer[2 * kFrameSamples * mixer.FrameInBlock];
-  if (ChipsAreSilent(card)) return MixTone(out, toneOut);
+  if (std::ranges::all_of(chips, silent)) return MixTone(out, toneOut);
+  Sums left{}, right{};
+  // Zeros are left out: they change no sum.
+  const auto add = [&](std::span<const SoundChip> some) {
+    for (const SoundChip& chip : some) {
+      if (silent(chip)) continue;
+      Add(left, chip.left(card), chip.weight);
+      Add(right, chip.right(card), chip.weight);
+    }
+  };
+  add(chips.first(kChipsBeforeTone));
+  Add(left, toneOut, kToneWeight);
+  Add(right, toneOut, kToneWeight);
+  add(chips.subspan(kChipsBeforeTone));
   for (int i = 0; i < kFrameSamples; ++i) {
-    // A sum of tenths depends on the order of its terms: the chips stand in the same one on both sides.
-    const double opl = 0.5 * card.opl.Ym3812Out[i] + 0.5 * card.opll.Ym2413Out[i];
-    const double sn = 0.1 * card.sn.SnOut[i];
-    const double tone = 0.5 * toneOut[i];
-    const double sid = 0.1 * card.sid.SidOut[i];
-    const double ay = card.ay.AyOut[i];
-    *out++ = OutputByte(opl + card.saa.SaaOutL[i] + sn + tone + sid + ay + kSilence);
-    *out++ = OutputByte(opl + card.saa.SaaOutR[i] + sn + tone + sid + ay + kSilence);
+    *out++ = OutputByte(left[i] + kSilence);
+    *out++ = OutputByte(right[i] + kSilence);
   }
 }
 

@@ -98,8 +98,9 @@ struct OplTables {
   std::array<std::array<float, kFrameSamples>, kOplChannels> carrier{};    // -1 to 1
 };
 
-// The work of the frame told plainly, for the scopes, which want it a few times a second. Costs some 100 us.
-OplTables OplTablesOf(const OplFrameStart& frame);
+// The work of the frame told plainly, for the scopes, which want it a few times a second: its first samples,
+// 0 behind them. All of them cost some 100 us.
+OplTables OplTablesOf(const OplFrameStart& frame, int samples = kFrameSamples);
 
 // What a register holds, for its cell of the grid: "level, channel 3 carrier". Empty for one without a use.
 std::string OplRegisterName(int index);

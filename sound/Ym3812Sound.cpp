@@ -222,7 +222,7 @@ void OplFrame(const std::array<OplChannel, kOplChannels>& channels,
   }
 }
 
-OplTables OplTablesOf(const OplFrameStart& frame) {
+OplTables OplTablesOf(const OplFrameStart& frame, int samples) {
   Work work;
   OplPhases phases = frame.phases;
   AdvanceChannels(frame.channels, phases, work);
@@ -230,7 +230,7 @@ OplTables OplTablesOf(const OplFrameStart& frame) {
   for (int c = 0; c < kOplChannels; ++c) {
     if (!frame.heard[c]) continue;
     const OplVoice voice = OplVoiceOf(frame.channels[c]);
-    for (int i = 0; i < kFrameSamples; ++i) {
+    for (int i = 0; i < samples; ++i) {
       tables.modulator[c][i] = OplModulatorValue(work.modulator[c][i], frame.channels[c].modulator.wave);
       tables.carrier[c][i] = OplCarrierSample(voice, tables.modulator[c][i], work.carrier[c][i]);
     }

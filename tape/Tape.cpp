@@ -132,13 +132,16 @@ std::optional<int32_t> TapeWriteEdge(Tape& tape, int32_t frameClock) {
   return tape.TapeLevel == Tape::kLow ? 0 : 1;
 }
 
-void TapeStartRecording(Tape& tape, Host& host) {
+bool TapeStartRecording(Tape& tape, Host& host) {
   constexpr WaveFormat kSave{1, 44100, 44100, 1, 8};
   constexpr WaveFormat kRecord{1, 22050, 44100, 2, 16};
   const bool record = Create(tape.record, "record.wav", WaveHeader(kRecord, 0));
   const bool save = Create(tape.save, "save.wav", WaveHeader(kSave, 0));
   tape.TapeOutPos = kWaveHeaderBytes + 1;
-  if (!record || !save) host.MessageBox("Wav File create error", "QUOLLEMU", MessageIcon::None);
+  if (record && save) return true;
+  TapeStopRecording(tape);
+  host.MessageBox("Wav File create error", "QUOLLEMU", MessageIcon::None);
+  return false;
 }
 
 void TapeStopRecording(Tape& tape) {

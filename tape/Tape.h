@@ -74,8 +74,9 @@ int32_t TapeRead(Tape& tape);
 // 62000 T-states only starts a new measurement and is not heard.
 std::optional<int32_t> TapeWriteEdge(Tape& tape, int32_t frameClock);
 
-// Starts the recording of both "save.wav" and "record.wav" anew, in the working directory. A failure is told.
-void TapeStartRecording(Tape& tape, Host& host);
+// Starts the recording of both "save.wav" and "record.wav" anew, in the working directory. A failure is told,
+// and nothing is recorded then; false.
+bool TapeStartRecording(Tape& tape, Host& host);
 
 // Ends it: the lengths go into the headers.
 void TapeStopRecording(Tape& tape);

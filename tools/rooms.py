@@ -14,7 +14,7 @@ FLOORS = (
     ("core",),
     ("z80", "display", "cards", "sound", "tape", "devtools"),  # devices: their own records only
     ("machine",),
-    ("loop", "media"),
+    ("loop", "media", "typing"),
     ("forms", "sound/sdl"),  # the engine ends with forms; sdl is one program's sound device
     ("script", "desktop", "companion", "testkit"),
     ("bench", "fuzz"),

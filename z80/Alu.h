@@ -1,9 +1,11 @@
 // The processor's arithmetic. Each helper writes just the flags that it changes, each flag an integer of
-// its own; FlagY and FlagX are touched by CpA and POP AF alone. 8-bit operands are 0 to 255.
+// its own; FlagY and FlagX are touched by CpA and POP AF alone. 8-bit operands are 0 to 255. Index registers
+// and stack pointer may hold any 32 bits; what is worked out from them counts their low 16.
 #pragma once
 
 #include <cstdint>
 
+#include "core/Wrap.h"
 #include "z80/FlagRows.h"
 #include "z80/Z80State.h"
 
@@ -23,11 +25,14 @@ inline void IncHL(Z80State& s) { SetHL(s, HL(s) + 1); }
 inline void DecBC(Z80State& s) { SetBC(s, BC(s) - 1); }
 inline void DecDE(Z80State& s) { SetDE(s, DE(s) - 1); }
 inline void DecHL(Z80State& s) { SetHL(s, HL(s) - 1); }
-inline void IncSP(Z80State& s) { s.SP = (s.SP + 1) & 0xFFFF; }
-inline void DecSP(Z80State& s) { s.SP = (s.SP - 1) & 0xFFFF; }
+constexpr int32_t Low16(int32_t pair) { return pair & 0xFFFF; }
+inline void IncPair(int32_t& pair) { pair = Low16(WrappingAdd(pair, 1)); }
+inline void DecPair(int32_t& pair) { pair = Low16(WrappingSub(pair, 1)); }
+inline void IncSP(Z80State& s) { IncPair(s.SP); }
+inline void DecSP(Z80State& s) { DecPair(s.SP); }
 
 // The halves of the index registers have no fields of their own.
-inline int32_t High(int32_t pair) { return pair >> 8; }
+inline int32_t High(int32_t pair) { return (pair >> 8) & 0xFF; }
 inline int32_t Low(int32_t pair) { return pair & 0xFF; }
 inline void SetHigh(int32_t& pair, int32_t v) { pair = (v << 8) | Low(pair); }
 inline void SetLow(int32_t& pair, int32_t v) { pair = (pair & 0xFF00) | v; }
@@ -170,9 +175,9 @@ inline int32_t Add16(Z80State& s, int32_t pair, int32_t half, int32_t v) {
 }
 
 inline void AddHL(Z80State& s, int32_t v) { SetHL(s, Add16(s, HL(s), HL(s), v)); }
-inline void AddIX(Z80State& s, int32_t v) { s.IX = Add16(s, s.IX, s.IX, v); }
+inline void AddIX(Z80State& s, int32_t v) { s.IX = Add16(s, Low16(s.IX), s.IX, v); }
 // The half carry of ADD IY comes from IX: this processor mixes the two registers up, and code sees it.
-inline void AddIY(Z80State& s, int32_t v) { s.IY = Add16(s, s.IY, s.IX, v); }
+inline void AddIY(Z80State& s, int32_t v) { s.IY = Add16(s, Low16(s.IY), s.IX, v); }
 
 // The half carry of ADC and SBC HL takes the new carry in, not the old one.
 inline void AdcHL(Z80State& s, int32_t v) {

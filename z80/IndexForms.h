@@ -7,10 +7,13 @@
 
 namespace quoll {
 
+// The address of such an operand.
+inline intptr_t At(int32_t index, int32_t displacement) { return WrappingAdd(index, displacement); }
+
 // Reads the byte at index + displacement, passes it through a flag-setting operation and writes it back.
 template <class Core>
 int32_t Modify(Core& c, int32_t (*operation)(Z80State&, int32_t), int32_t index) {
-  const intptr_t address = index + c.s.IndexDisp;
+  const intptr_t address = At(index, c.s.IndexDisp);
   const int32_t result = operation(c.s, c.Read(address));
   c.Write(address, result);
   return result;
@@ -19,7 +22,7 @@ int32_t Modify(Core& c, int32_t (*operation)(Z80State&, int32_t), int32_t index)
 // The same for SET and RES, which leave the flags alone.
 template <class Core>
 void ModifyBit(Core& c, int32_t (*operation)(int32_t, int32_t), int32_t index, int32_t bit) {
-  const intptr_t address = index + c.s.IndexDisp;
+  const intptr_t address = At(index, c.s.IndexDisp);
   c.Write(address, operation(c.Read(address), bit));
 }
 

@@ -200,7 +200,7 @@ void xx(Core& c) {
     case 0x36: c.ToHL(c.Byte(1)); c.Next(10, 2); break;
     case 0x37: Scf(s); c.Next(4); break;
     case 0x38: JumpRelIf(c, s.FlagC == 1); break;
-    case 0x39: AddHL(s, s.SP); c.Next(11); break;
+    case 0x39: AddHL(s, Low16(s.SP)); c.Next(11); break;
     case 0x3A: s.A = c.Read(c.Word(1)); c.Next(13, 3); break;
     case 0x3B: DecSP(s); c.Next(6); break;
     case 0x3C: s.A = Inc8(s, s.A); c.Next(4); break;

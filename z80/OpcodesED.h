@@ -23,7 +23,7 @@ inline void LoadFlagged(Z80State& s, int32_t value) {
   s.A = value;
   FlagsSZ(s, value);
   s.FlagH = 0;
-  s.FlagPV = s.IFF2;
+  s.FlagPV = s.IFF2 & 1;
   s.FlagN = 0;
 }
 
@@ -192,7 +192,7 @@ void xxED(Core& c) {
     case 0x52: SbcHL(s, DE(s)); c.Next(15); break;
     case 0x53: c.WriteWord(c.Word(1), DE(s)); c.Next(20, 3, 2); break;
     case 0x56: s.IM = 1; c.Next(8, 1, 2); break;
-    case 0x57: LoadFlagged(s, s.I); c.Next(9); break;
+    case 0x57: LoadFlagged(s, s.I & 0xFF); c.Next(9); break;
     case 0x58: s.E = InFromC(c); c.Next(12); break;
     case 0x59: c.Out(s.C, s.E); c.Next(12); break;
     case 0x5A: AdcHL(s, DE(s)); c.Next(15); break;
@@ -209,11 +209,11 @@ void xxED(Core& c) {
     case 0x6A: AdcHL(s, HL(s)); c.Next(15); break;
     case 0x6B: SetHL(s, c.ReadWord(c.Word(1))); c.Next(20, 3); break;
     case 0x6F: Rld(c); c.Next(18, 1, 5); break;
-    case 0x72: SbcHL(s, s.SP); c.Next(15); break;
+    case 0x72: SbcHL(s, Low16(s.SP)); c.Next(15); break;
     case 0x73: c.WriteWord(c.Word(1), s.SP); c.Next(20, 3, 2); break;
     case 0x78: s.A = InFromC(c); c.Next(12); break;
     case 0x79: c.Out(s.C, s.A); c.Next(12); break;
-    case 0x7A: AdcHL(s, s.SP); c.Next(11); break;
+    case 0x7A: AdcHL(s, Low16(s.SP)); c.Next(11); break;
     case 0x7B: s.SP = c.ReadWord(c.Word(1)); c.Next(20, 3); break;
     case 0xA0: LoadBlock<1>(c); break;
     case 0xA1: CompareBlock<1>(c); break;

@@ -10,7 +10,8 @@ struct Z80State {
   // Main and alternate registers, 0 to 255.
   int32_t A, B, C, D, E, H, L;
   int32_t A2, B2, C2, D2, E2, H2, L2;
-  // Index registers and stack pointer, 0 to 65535.
+  // Index registers and stack pointer, 0 to 65535; a snapshot may bring wider ones, which stay until an
+  // instruction writes them. So do I, R and the flip-flops.
   int32_t IX, IY, SP;
   // Program counter: not masked to 16 bits, so that a program can run past 0xFFFF.
   int32_t PC;
@@ -35,8 +36,12 @@ struct Z80State {
 // Power-on values: registers and flags all ones, PC, I, R, IM and the flip-flops 0.
 void CpuInit(Z80State& z80);
 
-// Brings every register back into the range that its comment states. Snapshots, monitors and
-// scripts may leave anything behind; the opcode pages rely on the ranges.
+// Brings every register that the opcode pages look up tables with back into the range that its comment
+// states: those of a byte and the flags. Snapshots, monitors and scripts may leave anything behind. The other
+// registers stay whole; the pages cut them where they use them.
+void KeepBytes(Z80State& z80);
+
+// The same for every register of which a range is stated.
 void KeepRanges(Z80State& z80);
 
 }  // namespace quoll

@@ -60,22 +60,18 @@ struct CompanionFolder {
   }
 };
 
-TEST(CardLinks, StartsACompanionOutOfTheWay) {
-  const CompanionFolder folder;
-  CardLinks links;
-  links.serialName = Unique("start");
-  EXPECT_TRUE(CallCompanion(links, CompanionCall::Start, folder.path));
-  EXPECT_EQ(folder.Words(), "--map " + links.serialName + " --end-with-input --minimised");
-}
-
-TEST(CardLinks, ShowsACompanionThatIsNotThereByStartingIt) {
-  const CompanionFolder folder;
-  CardLinks links;
-  links.serialName = Unique("show");
-  EXPECT_FALSE(CallCompanion(links, CompanionCall::Close, folder.path));
-  EXPECT_FALSE(std::filesystem::exists(folder.path / "words")) << "nothing to close";
-  EXPECT_TRUE(CallCompanion(links, CompanionCall::Show, folder.path));
-  EXPECT_EQ(folder.Words(), "--map " + links.serialName + " --end-with-input");
+TEST(CardLinks, StartsACompanionOutOfTheWayOrToBeSeen) {
+  const std::pair<CompanionCall, const char*> rows[] = {{CompanionCall::Start, " --minimised"},
+                                                        {CompanionCall::Show, ""}};
+  for (const auto& [call, last] : rows) {
+    const CompanionFolder folder;
+    CardLinks links;
+    links.serialName = Unique("start");
+    EXPECT_FALSE(CallCompanion(links, CompanionCall::Close, folder.path));
+    EXPECT_FALSE(std::filesystem::exists(folder.path / "words")) << "nothing to close";
+    EXPECT_TRUE(CallCompanion(links, call, folder.path));
+    EXPECT_EQ(folder.Words(), "--map " + links.serialName + " --end-with-input" + last);
+  }
 }
 
 TEST(CardLinks, LeavesOneThatRunsAlone) {

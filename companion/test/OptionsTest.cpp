@@ -32,22 +32,24 @@ TEST(TcpPlace, TextsOfThisComputer) {
   }
 }
 
-TEST(Options, NoneAtAll) {
-  const OptionsRead read = Read("");
-  EXPECT_TRUE(read.error.isEmpty());
-  EXPECT_EQ(read.options.map, "MMRS232");
-  EXPECT_FALSE(read.options.headless);
-  EXPECT_FALSE(read.options.minimised);
-  EXPECT_FALSE(read.options.endWithInput);
-  EXPECT_FALSE(read.options.port);
-}
-
-TEST(Options, AsTheEmulatorStartsIt) {
-  const OptionsRead read = Read("--map M2 --end-with-input --minimised");
-  EXPECT_TRUE(read.error.isEmpty());
-  EXPECT_EQ(read.options.map, "M2");
-  EXPECT_TRUE(read.options.minimised);
-  EXPECT_TRUE(read.options.endWithInput);
+TEST(Options, MemoryAndWindow) {
+  const struct {
+    const char* text;
+    const char* map;
+    bool minimised, endWithInput;
+  } rows[] = {
+      {"", "MMRS232", false, false},
+      {"--map M2 --end-with-input --minimised", "M2", true, true},  // as the emulator starts it
+  };
+  for (const auto& row : rows) {
+    const OptionsRead read = Read(row.text);
+    EXPECT_TRUE(read.error.isEmpty());
+    EXPECT_EQ(read.options.map, row.map);
+    EXPECT_EQ(read.options.minimised, row.minimised);
+    EXPECT_EQ(read.options.endWithInput, row.endWithInput);
+    EXPECT_FALSE(read.options.headless);
+    EXPECT_FALSE(read.options.port);
+  }
 }
 
 TEST(Options, SerialPort) {

@@ -194,6 +194,18 @@ TEST(CompanionProgram, TwoMachinesTalkByTcp) {
   EXPECT_EQ(first.Received(), back);
 }
 
+// The other side of a TCP line that the program calls.
+struct Called {
+  Called() { EXPECT_TRUE(server.listen(QHostAddress::LocalHost)); }
+  QStringList Arguments() const { return {"--headless", "--tcp", QString::number(server.serverPort())}; }
+  std::unique_ptr<QTcpSocket> Next() {
+    EXPECT_TRUE(WaitFor([this] { return server.hasPendingConnections(); }));
+    return std::unique_ptr<QTcpSocket>(server.nextPendingConnection());
+  }
+
+  QTcpServer server;
+};
+
 // Everything that a socket gives until its other side has gone.
 std::vector<uint8_t> ReadAll(QTcpSocket& socket) {
   const QByteArray bytes = socket.readAll();
@@ -205,16 +217,14 @@ TEST(CompanionProgram, KilledWhileTheMachineSends) {
   constexpr size_t kLength = 100'000;
   const std::string map = Map("killed");
   Card card(map);
-  QTcpServer server;
-  ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
-  const QStringList arguments = {"--headless", "--tcp", QString::number(server.serverPort())};
+  Called called;
   const auto stream = Stream(kLength, 3);
   SerialSend(card.serial, stream);
   std::vector<uint8_t> parts[2];
   for (int part = 0; part < 2; ++part) {
-    Program program(map, arguments);
-    ASSERT_TRUE(WaitFor([&] { return server.hasPendingConnections(); }));
-    const std::unique_ptr<QTcpSocket> socket(server.nextPendingConnection());
+    Program program(map, called.Arguments());
+    const auto socket = called.Next();
+    ASSERT_NE(socket, nullptr);
     ASSERT_TRUE(WaitFor(
         [&] {
           card.Exchange();
@@ -240,16 +250,14 @@ TEST(CompanionProgram, KilledBetweenTwoHalves) {
   constexpr size_t kHalf = 50'000;
   const std::string map = Map("halves");
   Card card(map);
-  QTcpServer server;
-  ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
-  const QStringList arguments = {"--headless", "--tcp", QString::number(server.serverPort())};
+  Called called;
   const auto out = Stream(2 * kHalf, 4);
   const auto in = Stream(2 * kHalf, 5);
   std::vector<uint8_t> got;
   for (size_t half = 0; half < 2; ++half) {
-    Program program(map, arguments);
-    ASSERT_TRUE(WaitFor([&] { return server.hasPendingConnections(); }));
-    const std::unique_ptr<QTcpSocket> socket(server.nextPendingConnection());
+    Program program(map, called.Arguments());
+    const auto socket = called.Next();
+    ASSERT_NE(socket, nullptr);
     SerialSend(card.serial, std::span(out).subspan(half * kHalf, kHalf));
     socket->write(reinterpret_cast<const char*>(in.data()) + half * kHalf, kHalf);
     ASSERT_TRUE(WaitFor(

@@ -1,5 +1,10 @@
 // Whole files: what is read, what is refused, and that a save which fails leaves the old file alone.
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "core/Files.h"
 #include "testkit/FolderTest.h"
@@ -99,6 +104,48 @@ TEST_F(FilesTest, LeavesForeignFilesBesideAlone) {
   EXPECT_EQ(SaveFile("a", Pattern(10)), "");
   EXPECT_EQ(ReadAll("quoll-saving-0.tmp"), (Bytes{7}));
   EXPECT_EQ(Names(), (List{"a", "quoll-saving-0.tmp"}));
+}
+
+// A child that saves one file after another is killed at any moment. The file is always whole, and the next
+// save clears up.
+TEST_F(FilesTest, KilledSavesLeaveAWholeFileAndNothingBeside) {
+  constexpr int kKills = 200;
+  const Bytes one = Pattern(200'000, 1), other = Pattern(150'000, 2);
+  ASSERT_EQ(SaveFile(Path("a"), one), "");
+  size_t most = 0;
+  for (int kill = 0; kill < kKills; ++kill) {
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+      for (;;) {
+        SaveFile("a", other);
+        SaveFile("a", one);
+      }
+    }
+    usleep(static_cast<useconds_t>(500 + kill * 37 % 3000));
+    ASSERT_EQ(::kill(child, SIGKILL), 0);
+    ASSERT_EQ(waitpid(child, nullptr, 0), child);
+    const Bytes now = ReadAll("a");
+    ASSERT_TRUE(now == one || now == other) << kill;
+    most = std::max(most, Names().size());
+  }
+  EXPECT_EQ(SaveFile("a", other), "");
+  EXPECT_EQ(Names(), List{"a"});
+  EXPECT_LE(most, 2U);  // the children clear up after each other, too
+}
+
+// What another program is writing just now is locked by it.
+TEST_F(FilesTest, AFileBeingWrittenIsNoLeftover) {
+  WriteAll("quoll-saving-77-0.tmp", {1});
+  WriteAll("quoll-saving-77-1.tmp", {2});
+  WriteAll("quoll-saving-7x-1.tmp", {3});
+  const int writer = open("quoll-saving-77-0.tmp", O_WRONLY);
+  ASSERT_EQ(flock(writer, LOCK_EX), 0);
+  EXPECT_EQ(SaveFile(Path("a"), Pattern(10)), "");
+  EXPECT_EQ(Names(), (List{"a", "quoll-saving-77-0.tmp", "quoll-saving-7x-1.tmp"}));
+  close(writer);
+  EXPECT_EQ(SaveFile(Path("a"), Pattern(10)), "");
+  EXPECT_EQ(Names(), (List{"a", "quoll-saving-7x-1.tmp"}));
 }
 
 TEST_F(FilesTest, KeepsTheOldFileWhenTheDiskIsFull) {

@@ -10,11 +10,7 @@ for _, text in ipairs({"T H R E E   T U N E S", "1  Boci, boci tarka", "2  Örö
   d.check("menu", menu:find(text, 1, true), "without " .. text)
 end
 
--- Equal temperament from A4 = 440 Hz; a small letter is sharp.
-local kSemitones = {C = 0, c = 1, D = 2, d = 3, E = 4, F = 5, f = 6, G = 7, g = 8, A = 9, a = 10, B = 11}
-local function hertz(note)
-  return 440 * 2 ^ ((12 * tonumber(note:sub(2, 2)) + kSemitones[note:sub(1, 1)] - 57) / 12)
-end
+local hertz = dofile(d.folder .. "test/spectrum.lua").hertz
 
 -- Plays tune `key` and gives its notes as {frequency, frames, loudest volume, samples}. Each note is followed by
 -- a rest.

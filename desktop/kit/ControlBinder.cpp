@@ -9,8 +9,10 @@
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <algorithm>
+#include <optional>
 #include <stdexcept>
 
+#include "cards/CodePage852.h"
 #include "desktop/QtHost.h"
 #include "desktop/kit/QtText.h"
 #include "desktop/widgets/Colour.h"
@@ -72,7 +74,8 @@ void ShowScroll(QAbstractSlider* slider, const Scroll& scroll) {
   slider->setRange(low, high);
   slider->setValue(scroll.value);
   slider->setInvertedAppearance(inverted);
-  slider->setInvertedControls(inverted);
+  // Of a scroll bar's wheel and keys down is more: Qt has them inverted from the start.
+  slider->setInvertedControls(inverted != (qobject_cast<QScrollBar*>(slider) != nullptr));
 }
 
 void ShowEntries(QComboBox* box, const ListRef& list) {
@@ -103,6 +106,7 @@ ControlRef ControlBinder::Ref(std::string_view control, int index) const {
 
 template <class Work>
 void ControlBinder::Act(Work work) {
+  acted = true;
   host.Act(m, work);
 }
 
@@ -110,6 +114,17 @@ template <class T, class Show>
 void ControlBinder::PullField(const ControlRef& ref, Show show) {
   pulls.emplace_back([this, ref, show]() mutable {
     if (const T* value = FieldOf<T>(m, ref)) show(*value);
+  });
+}
+
+// A shown text, which only the record changes. Compared as the record has it: with hundreds of labels, making
+// Qt's own text of each at every pull costs more than all the painting.
+template <class Show>
+void ControlBinder::PullText(const ControlRef& ref, Show show) {
+  PullField<std::string>(ref, [show, shown = std::optional<std::string>()](const std::string& text) mutable {
+    if (shown == text) return;
+    shown = text;
+    show(text);
   });
 }
 
@@ -191,7 +206,7 @@ void ControlBinder::Bind(const ControlRef& ref, QPlainTextEdit* box) {
 }
 
 void ControlBinder::Bind(const ControlRef& ref, QLabel* label) {
-  PullField<std::string>(ref, [label](const std::string& text) { ShowText(label, ToQt(text)); });
+  PullText(ref, [label](const std::string& text) { ShowText(label, ToQt(text)); });
   BindLook(ref, label);
 }
 
@@ -258,11 +273,14 @@ void ControlBinder::Bind(const ControlRef& ref, RegisterGrid* grid) {
       Press(m, pressed);
     });
   });
-  pulls.emplace_back([this, ref, grid] {
+  pulls.emplace_back([this, ref, grid, shown = std::vector<std::string>(grid->Cells())]() mutable {
     const ControlField field = ref.control->field(m);
     const auto values = std::get<std::span<std::string>>(field);
-    const int count = std::min(grid->Cells(), static_cast<int>(values.size()));
-    for (int cell = 0; cell < count; ++cell) grid->SetValue(cell, ToQt(values[static_cast<size_t>(cell)]));
+    for (size_t cell = 0; cell < std::min(shown.size(), values.size()); ++cell) {
+      if (shown[cell] == values[cell]) continue;
+      shown[cell] = values[cell];
+      grid->SetValue(static_cast<int>(cell), ToQt(values[cell]));
+    }
   });
   if (ref.control->look == nullptr) return;
   if (ref.control->look(m).size() == 1) return BindLook(ref, grid);
@@ -275,7 +293,7 @@ void ControlBinder::Bind(const ControlRef& ref, RegisterGrid* grid) {
 }
 
 void ControlBinder::Bind(const ControlRef& ref, HexView* view) {
-  PullField<std::string>(ref, [view](const std::string& rows) { view->SetRows(ToQt(rows)); });
+  PullText(ref, [view](const std::string& rows) { view->SetRows(ToQt(PrintedText(rows))); });
   BindLook(ref, view);
 }
 

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/Form.h"
@@ -57,7 +58,7 @@ class ControlBinder {
   void Bind(const ControlRef& ref, Scope* scope);
   void Bind(const ControlRef& ref, ImageView* image);
   void Bind(const ControlRef& ref, RegisterGrid* grid);  // the whole array, from its first label on
-  void Bind(const ControlRef& ref, HexView* view);       // a label of several lines
+  void Bind(const ControlRef& ref, HexView* view);       // a label of several lines, in code page 852
 
   // Any widget that looks as the control does, beside its own.
   void BindLook(const ControlRef& ref, QWidget* widget);
@@ -66,11 +67,16 @@ class ControlBinder {
   // looks are brought up to date first.
   void Pull();
 
+  // Whether the user has done something with a control since the last call.
+  bool TakeActed() { return std::exchange(acted, false); }
+
  private:
   template <class Work>
   void Act(Work work);
   template <class T, class Show>
   void PullField(const ControlRef& ref, Show show);
+  template <class Show>
+  void PullText(const ControlRef& ref, Show show);
   template <class Box>
   void BindPresses(const ControlRef& ref, Box* box);
 
@@ -78,6 +84,7 @@ class ControlBinder {
   Machine& m;
   const Form& form;
   std::vector<std::function<void()>> pulls;
+  bool acted = false;
 };
 
 }  // namespace quoll

@@ -33,11 +33,6 @@ constexpr int kReadoutDigits = 7;
 // What a "&" in a button's or an entry's text would do is not meant by the tables.
 QString Caption(const ControlRef& ref) { return ToQt(CaptionOf(ref)).replace('&', "&&"); }
 
-// Of an array the first control bears its name, the others their number behind it.
-QString NameOf(const ControlRef& ref) {
-  return ToQt(ref.control->name) + (ref.index > 0 ? QString::number(ref.index) : QString());
-}
-
 // A step of a key or of the wheel takes the value through its range in about a hundred of them.
 void SetSteps(QAbstractSlider* slider, const Scroll& scroll) {
   const int range = std::max(scroll.first, scroll.last) - std::min(scroll.first, scroll.last);
@@ -49,6 +44,14 @@ void SetSteps(QAbstractSlider* slider, const Scroll& scroll) {
 
 FormKit::FormKit(QtHost& hostOfWindow, Machine& machineOfWindow, const Form& formOfWindow)
     : host(hostOfWindow), m(machineOfWindow), form(formOfWindow), binder(host, m, form) {}
+
+QString FormKit::NameOf(const ControlRef& ref) {
+  const QString name = ToQt(ref.control->name);
+  if (ref.index == 0) return name;
+  const QString number = QString::number(ref.index);
+  const bool taken = FindControl(*ref.form, (name + number).toStdString()) != nullptr;
+  return taken ? QString("%1(%2)").arg(name, number) : name + number;
+}
 
 ControlRef FormKit::Ref(std::string_view control, int index, ControlKind kind) const {
   const ControlRef ref = binder.Ref(control, index);

@@ -25,16 +25,7 @@ class QSlider;
 
 namespace quoll {
 
-class FileList;
-class HexView;
-class ImageView;
-class Lamp;
-class PressLabel;
-class QtHost;
 class Readout;
-class RegisterGrid;
-class ValueBar;
-struct Machine;
 
 class FormKit {
  public:
@@ -48,6 +39,11 @@ class FormKit {
   // Of how many controls an array is; 1 for a single control.
   int Count(std::string_view control) const { return std::max(1, binder.Ref(control).control->count); }
   FormState& State() const { return *form.state(m); }
+
+  // The object name of a control's widget. Of an array the first bears the array's name, the others have
+  // their number behind it: "Check1", "Check12"; in brackets, "Check1(1)", where another control is called
+  // so.
+  static QString NameOf(const ControlRef& ref);
 
   // Each is for the control of that name, of an array the one at index. An unknown one, or one of another
   // kind, is a mistake of the program and throws std::logic_error. The layout owns what it takes.

@@ -9,13 +9,10 @@
 namespace quoll {
 
 FormWindow::FormWindow(FormKit& kitOfWindow, Qt::WindowFlags flags)
-    : QWidget(nullptr, flags), kit(kitOfWindow), host(kit.host), m(kit.m) {
+    : QWidget(nullptr, flags), RecordView(kitOfWindow.host), kit(kitOfWindow), m(kit.m) {
   setWindowTitle(ToQt(kit.form.caption));
   NameWidget(this, ToQt(kit.form.name), windowTitle());
-  host.AddView(this);
 }
-
-FormWindow::~FormWindow() { host.RemoveView(this); }
 
 void FormWindow::Pull(Machine& /*machine*/) {
   FormState& state = kit.State();
@@ -24,9 +21,12 @@ void FormWindow::Pull(Machine& /*machine*/) {
   if (isHidden()) return;
   const QString caption = ToQt(state.caption.empty() ? kit.form.caption : state.caption);
   if (windowTitle() != caption) setWindowTitle(caption);
-  RefreshForm(m, kit.form);
-  kit.binder.Pull();
-  ShowRecord();
+  // The user may have brought a widget away from its field.
+  const bool acted = kit.binder.TakeActed();
+  if (RecordChanged() || acted) {
+    kit.binder.Pull();
+    ShowRecord();
+  }
   if (!state.raise) return;
   state.raise = false;
   raise();

@@ -15,14 +15,14 @@ class FormWindow : public QWidget, public RecordView {
   Q_OBJECT
 
  public:
-  ~FormWindow() override;
-
   void Pull(Machine& machine) final;
 
  protected:
   // kitOfWindow: made for the window's form; it must live longer.
   explicit FormWindow(FormKit& kitOfWindow, Qt::WindowFlags flags = {});
 
+  // Whether the record may differ from what was last shown; a false answer saves looking at each control.
+  virtual bool RecordChanged() { return true; }
   // What a window shows besides its bound controls; only called while it is visible.
   virtual void ShowRecord() {}
   // The record wants the window, which is hidden, or does not want it any more.
@@ -35,7 +35,6 @@ class FormWindow : public QWidget, public RecordView {
 
   bool escapeCloses = true;
   FormKit& kit;
-  QtHost& host;
   Machine& m;
 
  private:

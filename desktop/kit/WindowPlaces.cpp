@@ -39,7 +39,9 @@ void OuterSize::Take(QWidget& window, QSize wanted, QSize atLeast) {
   const QMargins now = window.windowHandle() != nullptr ? window.windowHandle()->frameMargins() : QMargins();
   if (!taken.isEmpty() && (now == frame || window.size() != taken)) return;
   frame = now;
-  taken = wanted.shrunkBy(frame).expandedTo(atLeast);
+  // Larger than the screen, its lower end could not be reached.
+  taken =
+      wanted.shrunkBy(frame).expandedTo(atLeast).boundedTo(window.screen()->availableSize().shrunkBy(frame));
   window.resize(taken);
 }
 

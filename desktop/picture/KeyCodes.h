@@ -1,6 +1,7 @@
 // From the host's keys to Windows virtual key codes, in which the machine's keyboard is wired.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 class QKeyEvent;
@@ -9,6 +10,9 @@ namespace quoll {
 
 // A key that has no virtual key code here.
 inline constexpr int32_t kNoVirtualKey = 0xFF;
+
+// Keys whose sign depends on the country, in the order of their codes.
+inline constexpr std::array kOemCodes{0xBA, 0xBB, 0xBC, 0xBD, 0xBE, 0xBF, 0xC0, 0xDB, 0xDC, 0xDD, 0xDE, 0xE2};
 
 // How the host numbers its keys' positions.
 enum class ScanCodes {

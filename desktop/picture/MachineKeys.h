@@ -3,48 +3,59 @@
 
 #include <array>
 #include <cstdint>
+#include <deque>
 
 #include "desktop/QtHost.h"
+#include "desktop/picture/HostLayout.h"
 
 class QEvent;
 class QKeyEvent;
 
 namespace quoll {
 
-// Gives a window's keys to the machine. A program of the machine looks at its keys once a frame, so a tap
-// that is shorter than that is held until it can have been seen.
+// Gives a window's keys to the machine, in their order and none of them lost. A program of the machine looks
+// at its keys once a frame, so each key that goes down or up stays so until it can have been seen; what comes
+// meanwhile waits. A user does not notice that, programs that type do.
 class MachineKeys : public RecordView {
  public:
   MachineKeys(QtHost& hostOfWindow, Machine& machineOfWindow);
-  ~MachineKeys() override;
-  MachineKeys(const MachineKeys&) = delete;
-  MachineKeys& operator=(const MachineKeys&) = delete;
 
   // Accepts the event, unless the machine leaves the key to the host: then it is ignored, so that menus can
   // be reached with Alt.
   void Pressed(QKeyEvent* event);
   void Released(QKeyEvent* event);
 
-  // Releases the taps that have been held long enough.
+  // All keys come up, and what waits is forgotten: the focus goes or comes, the mouse is pressed.
+  void Clear();
+
+  // Gives what waits as far as the machine has seen what came before.
   void Pull(Machine& machine) override;
+  // At "Max" many frames go by between two pulls: a tap must not grow into a held key.
+  void FrameEnded(Machine& machine) override { Pull(machine); }
 
  private:
-  struct Tap {
-    int64_t pressedAt = 0;  // frame
-    bool released = false;  // by the user, not yet in the machine
+  struct Change {
+    int32_t keyCode = 0;
+    int32_t shift = 0;
+    bool down = false;
   };
 
   int64_t Frame() const;
-  bool Seen(const Tap& tap) const;
+  bool Seen(int64_t since) const;
+  bool MayCome(const Change& change) const;
+  void Give(const Change& change);
+  void Queue(const Change& change);
   // The key that the event is about, whatever sign it gives with the keys held now.
   int32_t KeyOf(const QKeyEvent& event);
 
-  QtHost& host;
   Machine& m;
-  std::array<Tap, 256> taps{};  // by virtual key code
-  // What a place of the host's keyboard gave when it was last pressed without AltGr, by native scan code.
-  std::array<int32_t, 512> plainCodes{};
-  bool held = false;  // some tap waits for its release
+  HostLayout layout;
+  std::deque<Change> waiting;
+  std::array<int64_t, 256> changedAt;  // frame at which a key last went down or up, by virtual key code
+  int64_t pressedAt;                   // frame at which some key that is no modifier last went down
+  // What a place of the host's keyboard gave when it was last pressed, without AltGr where the layout is not
+  // known, by native scan code.
+  std::array<int32_t, 512> codesOfPlaces{};
 };
 
 // Keeps shortcuts of the host away from keys that are the machine's; true when it did.

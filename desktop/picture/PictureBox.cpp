@@ -1,6 +1,5 @@
 #include "desktop/picture/PictureBox.h"
 
-#include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <cmath>
@@ -14,20 +13,21 @@ namespace {
 // A whole factor is taken if it leaves at most this share of the possible size unused.
 constexpr qreal kUnusedAtMost = 0.15;
 
-// Smaller pictures are averaged: sampled, the gaps between the lines would beat against the rows.
-constexpr qreal kAveragedBelow = 0.75;
+// Between the whole factors the gaps between the lines would beat against the window's rows: a line and its
+// gap become one row of their average first. Larger in whole steps next, so that the pixels keep their edges.
+QImage Between(const QImage& canvas, QSize size) {
+  const QImage lines =
+      canvas.scaled(canvas.width(), canvas.height() / 2, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+  const auto steps = [](int now, int wanted) { return std::max(1, (wanted + now - 1) / now); };
+  const QImage large = lines.scaled(lines.width() * steps(lines.width(), size.width()),
+                                    lines.height() * steps(lines.height(), size.height()));
+  return large.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
 
 }  // namespace
 
 PictureBox::PictureBox(QtHost& hostOfWindow, Machine& machineOfWindow, QWidget* parent)
-    : QWidget(parent), host(hostOfWindow), m(machineOfWindow), keys(host, m) {
-  setObjectName("PicD");
-  setAccessibleName(tr("Screen of the TV Computer"));
-  setFocusPolicy(Qt::StrongFocus);
-  setMouseTracking(true);
-  setAttribute(Qt::WA_OpaquePaintEvent);
-  setAttribute(Qt::WA_InputMethodEnabled, false);
-}
+    : KeyedPicture(hostOfWindow, machineOfWindow, parent, "PicD"), typist(hostOfWindow) {}
 
 QRectF PictureBox::CanvasPlace(QSize size, qreal ratio) {
   // Reckoned in device pixels, so that a whole factor is one on the glass.
@@ -43,6 +43,7 @@ QRectF PictureBox::CanvasPlace(QSize size, qreal ratio) {
 }
 
 void PictureBox::ShowPicture() {
+  mark->Tell(WhyItStands(m));
   if (composed && shown == m.picture.shown && borders == m.picture.borders) return;
   composed = true;
   shown = m.picture.shown;
@@ -50,10 +51,10 @@ void PictureBox::ShowPicture() {
   const WindowCanvas::Rows changed = canvas.Compose(m.picture);
   if (!changed.Any()) return;
 
-  // One row more each way: a scaled pixel may take part of its neighbour.
+  // Two rows more each way: a scaled pixel may take part of its neighbour, and two rows may be averaged.
   const QRectF place = Place();
   const qreal factor = place.height() / kCanvasHeight;
-  const int margin = factor == 1.0 ? 0 : 1;
+  const int margin = factor == 1.0 ? 0 : 2;
   int top = static_cast<int>(std::floor(place.top() + (changed.first - margin) * factor));
   int bottom = static_cast<int>(std::ceil(place.top() + (changed.last + 1 + margin) * factor));
   if (changed.first == 0) top = 0;
@@ -91,13 +92,8 @@ void PictureBox::paintEvent(QPaintEvent* event) {
     painter.drawImage(dirty.topLeft(), canvas.Image(), dirty.translated(-place.topLeft().toPoint()));
     return;
   }
-  if (factor < kAveragedBelow) {
-    const QSize size = (place.size() * devicePixelRatioF()).toSize();
-    painter.drawImage(place, canvas.Image().scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
-    return;
-  }
-  painter.setRenderHint(QPainter::SmoothPixmapTransform, factor != std::floor(factor));
-  painter.drawImage(place, canvas.Image());
+  if (factor == std::floor(factor)) return painter.drawImage(place, canvas.Image());
+  painter.drawImage(place, Between(canvas.Image(), (place.size() * devicePixelRatioF()).toSize()));
 }
 
 bool PictureBox::ToPicture(QPointF point, QPoint& pixel) const {
@@ -110,36 +106,5 @@ bool PictureBox::ToPicture(QPointF point, QPoint& pixel) const {
   pixel = inWindow - box.topLeft();
   return box.contains(inWindow);
 }
-
-bool PictureBox::event(QEvent* event) {
-  if (ClaimShortcut(event)) return true;
-  return QWidget::event(event);
-}
-
-void PictureBox::keyPressEvent(QKeyEvent* event) { keys.Pressed(event); }
-void PictureBox::keyReleaseEvent(QKeyEvent* event) { keys.Released(event); }
-
-void PictureBox::mouseMoveEvent(QMouseEvent* event) {
-  QPoint pixel;
-  if (ToPicture(event->position(), pixel)) picd_MouseMove(m.pen, pixel.x(), pixel.y());
-}
-
-void PictureBox::mousePressEvent(QMouseEvent* event) {
-  setFocus(Qt::MouseFocusReason);
-  QPoint pixel;
-  if (ToPicture(event->position(), pixel)) ReleaseKeys();
-}
-
-void PictureBox::focusInEvent(QFocusEvent* event) {
-  ReleaseKeys();
-  QWidget::focusInEvent(event);
-}
-
-void PictureBox::focusOutEvent(QFocusEvent* event) {
-  ReleaseKeys();
-  QWidget::focusOutEvent(event);
-}
-
-void PictureBox::ReleaseKeys() { KeyboardClear(m.keyboard); }
 
 }  // namespace quoll

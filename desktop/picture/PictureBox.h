@@ -3,14 +3,14 @@
 #pragma once
 
 #include <QRectF>
-#include <QWidget>
 
-#include "desktop/picture/MachineKeys.h"
+#include "desktop/picture/KeyedPicture.h"
+#include "desktop/picture/Typist.h"
 #include "desktop/picture/WindowCanvas.h"
 
 namespace quoll {
 
-class PictureBox : public QWidget {
+class PictureBox : public KeyedPicture {
   Q_OBJECT
 
  public:
@@ -18,6 +18,9 @@ class PictureBox : public QWidget {
 
   // Asks for painting where the last drawn picture and border differ from what is shown.
   void ShowPicture();
+
+  // Types a text, UTF-8, into the machine; Escape stops it.
+  void TypeText(std::string_view text) { typist.Type(m, text); }
 
   // Where the canvas lies in a widget of this size, in its pixels: scaled by a whole factor where one nearly
   // fills it, else to fit; in the middle. ratio: device pixels to one pixel of the widget.
@@ -27,27 +30,16 @@ class PictureBox : public QWidget {
   QSize minimumSizeHint() const override { return {kCanvasWidth / 4, kCanvasHeight / 4}; }
 
  protected:
-  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
-  void keyReleaseEvent(QKeyEvent* event) override;
-  void mouseMoveEvent(QMouseEvent* event) override;
-  void mousePressEvent(QMouseEvent* event) override;
-  void focusInEvent(QFocusEvent* event) override;
-  void focusOutEvent(QFocusEvent* event) override;
-  bool focusNextPrevChild(bool) override { return false; }  // Tab is the machine's
+  bool ToPicture(QPointF point, QPoint& pixel) const override;
+  bool Escape() override { return typist.Stop(m); }
 
  private:
   QRectF Place() const { return CanvasPlace(size(), devicePixelRatioF()); }
-  // Pixel of PicD under a point of the widget; false outside of PicD.
-  bool ToPicture(QPointF point, QPoint& pixel) const;
   void PaintMargins(QPainter& painter, const QRectF& place) const;
-  void ReleaseKeys();
 
-  QtHost& host;
-  Machine& m;
-  MachineKeys keys;
   WindowCanvas canvas;
+  Typist typist;
   uint32_t shown = 0, borders = 0;  // counters of the record when the canvas was composed
   bool composed = false;
 };

@@ -2,8 +2,10 @@
 #include <QAction>
 #include <QClipboard>
 #include <QDir>
+#include <QDragEnterEvent>
 #include <QFile>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
@@ -291,6 +293,51 @@ TEST_F(Assembling, EveryKindOfPictureThatQtReads) {
   broken.close();
   EXPECT_FALSE(OpenPicture(m, broken.fileName().toStdString()));
   EXPECT_EQ(host.messages, std::vector<std::string>{"Assembler|File Open error!"});
+}
+
+// On the editor too, which would take the name as a text.
+TEST_F(Assembling, FilesAreDropped) {
+  const auto make = [this](const QString& name, const QByteArray& bytes) {
+    QFile file(folder.filePath(name));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+    return file.fileName();
+  };
+  const auto drop = [this](const QString& file) {
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(file)});
+    data.setText(file);
+    QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(editor->viewport(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent event(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(editor->viewport(), &event);
+    Settle();
+  };
+  drop(make("one.asm", "nop\r\n"));
+  EXPECT_EQ(Source(), "nop\r\n");
+  EXPECT_EQ(m.asse.source.folder, folder.path().toStdString());
+  drop(make("TWO.TVCASM", "x EQU 5"));
+  EXPECT_EQ(editor->toPlainText(), "x EQU 5");
+  drop(make("notes.inc", "ret"));
+  EXPECT_EQ(Source(), "ret");
+  editor->undo();
+  Settle();
+  EXPECT_EQ(Source(), "x EQU 5");
+
+  QImage image(8, 4, QImage::Format_RGB32);
+  image.fill(Qt::red);
+  ASSERT_TRUE(image.save(folder.filePath("p.PNG"), "png"));
+  drop(folder.filePath("p.PNG"));
+  EXPECT_EQ(m.asse.files.ResPic.width, 8);
+  EXPECT_TRUE(Find<QWidget>(shown, "Preview")->isVisible());
+  drop(make("a.cas", QByteArray(144, '\0') + "\x44"));
+  EXPECT_EQ(m.MemImage[0x19EF], 0x44);
+  EXPECT_EQ(Source(), "x EQU 5");
+  EXPECT_TRUE(host.messages.empty());
+  drop(folder.filePath("none.asm"));
+  EXPECT_EQ(host.messages, std::vector<std::string>{"Assembler|File Open error!"});
+  EXPECT_EQ(Source(), "x EQU 5");
 }
 
 TEST_F(Assembling, ReachedByTheKeyboardAlone) {

@@ -44,16 +44,11 @@ struct ChipWindowsTest : WindowTest {
     EXPECT_NE(shown, nullptr) << chip.form->name;
     return shown;
   }
-  // Of several with the same name, as Label11 and the second one of Label1 are, the one that is called so.
   static QWidget* WidgetOf(QWidget* shown, const ControlRef& ref) {
-    const QString name = ToQt(ref.control->name);
-    if (auto* grid = shown->findChild<RegisterGrid*>(name)) return grid;
-    const auto found =
-        shown->findChildren<QWidget*>(ref.index == 0 ? name : name + QString::number(ref.index));
-    for (QWidget* widget : found) {
-      if (widget->accessibleName() == ToQt(CaptionOf(ref)).trimmed()) return widget;
-    }
-    return nullptr;
+    if (auto* grid = shown->findChild<RegisterGrid*>(ToQt(ref.control->name))) return grid;
+    const auto found = shown->findChildren<QWidget*>(FormKit::NameOf(ref));
+    EXPECT_EQ(found.size(), 1) << FormKit::NameOf(ref).toStdString();
+    return found.value(0);
   }
 
   // Each control of the form with its widget.
@@ -256,6 +251,34 @@ TEST_P(EachChipWindow, OnlyWhatChangedIsPainted) {
     }
     EXPECT_TRUE(seen);
   });
+}
+
+// Without the parts that a box hides: 1366 x 768 points less the bars.
+TEST_P(EachChipWindow, FitsASmallScreen) {
+  Select(GetParam().item);
+  Pull();
+  const QSize least = Shown(std::string(GetParam().form->name).c_str())->minimumSizeHint();
+  EXPECT_LE(least.width(), 1300);
+  EXPECT_LE(least.height(), 730);
+}
+
+// A note that is held may draw the same line for seconds.
+TEST_P(EachChipWindow, ALineDrawnAgainIsNotPainted) {
+  QWidget* shown = Open(GetParam());
+  const ControlRef scope{GetParam().form, FindControl(*GetParam().form, "Pic1"), 0};
+  Trace& trace = *FieldOf<Trace>(m, scope);
+  const auto draw = [&](float height) {
+    trace.y.assign(221, height);
+    m.fym3812.frames = ++trace.drawings;
+    Pull();
+    QTest::qWait(20);  // painted by the event loop
+  };
+  draw(7);
+  PaintNotes paints(shown);
+  draw(7);
+  EXPECT_TRUE(paints.painted.empty());
+  draw(8);
+  EXPECT_EQ(paints.painted, std::set<QWidget*>{WidgetOf(shown, scope)});
 }
 
 TEST_P(EachChipWindow, AHiddenOneIsLeftAlone) {

@@ -200,6 +200,65 @@ TEST_F(Keys, AShortTapIsHeldForAWholeFrame) {
   ExpectOnly(-1);
 }
 
+// A host program types far faster than frames go by: each key goes down alone, in its order, and every change
+// lasts a whole frame.
+TEST_F(Keys, FastTypingKeepsItsOrder) {
+  RunFrames(2);
+  const QString text = "THE QUICK BROWN FOX LLAMA";
+  std::string seen;
+  uint8_t lastRows[9] = {};
+  host.atFrame = [&](Machine& running) {
+    if (host.frames == 4) {
+      for (const QChar c : text) {
+        const auto key = static_cast<Qt::Key>(c.unicode());
+        if (c == 'L') Down(Qt::Key_Shift);
+        Down(key, c == 'L' ? Qt::ShiftModifier : Qt::NoModifier);
+        Up(key);
+        if (c == 'L') Up(Qt::Key_Shift);
+      }
+    }
+    host.PullViews(running);
+    // What a program sees that looks once a frame: which key is newly down.
+    for (int code = 0; code < 256; ++code) {
+      if (code == 0x10) continue;
+      Keyboard one;
+      if (!KeyboardPress(one, code, true)) continue;
+      for (size_t row = 0; row < 9; ++row) {
+        const uint8_t bit = one.KeyMatrix[row];
+        if (bit == 0 || (running.keyboard.KeyMatrix[row] & bit) == 0 || (lastRows[row] & bit) != 0) continue;
+        const bool shift = (running.keyboard.KeyMatrix[6] & 0x08) != 0;
+        seen += static_cast<char>(code);
+        EXPECT_EQ(shift, code == 'L') << seen;
+      }
+    }
+    std::copy_n(running.keyboard.KeyMatrix.begin(), 9, lastRows);
+    if (host.frames == 200) running.run.CpuRunning = 0;
+  };
+  m.run.CpuRunning = 1;
+  m.screen.xS6 = true;
+  RunLoop(m);
+  EXPECT_EQ(seen, text.toStdString());
+  ExpectOnly(-1);
+}
+
+// Frames go by unseen at that speed; the key is down for as many of them as at any other.
+TEST_F(Keys, AShortTapStaysShortAtMaxSpeed) {
+  RunFrames(2);
+  int held = 0;
+  host.atFrame = [&](Machine& running) {
+    if (host.frames == 4) {
+      Down(Qt::Key_A);
+      Up(Qt::Key_A);
+    }
+    if (KeyboardRow(running.keyboard, 4) != 255) ++held;
+    if (host.frames == 60) running.run.CpuRunning = 0;
+  };
+  m.run.CpuRunning = 1;
+  m.screen.xS6 = true;
+  RunLoop(m);
+  EXPECT_EQ(held, 2);
+}
+
 TEST_F(Keys, ReachTheRunningMachine) {
   // The key goes down during a frame's wait; the next frame reads it at its port.
   RunFrames(2);

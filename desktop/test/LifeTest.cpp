@@ -8,6 +8,7 @@
 
 #include "desktop/Main.h"
 #include "desktop/SingleInstance.h"
+#include "desktop/test/RuntimeFolder.h"
 #include "desktop/test/WindowTest.h"
 #include "loop/SoundFrame.h"
 
@@ -201,17 +202,6 @@ TEST(Instances, AKilledProcessLocksNobodyOut) {
   QTest::qWait(300);
   EXPECT_EQ(again.state(), QProcess::Running);
 }
-
-// The lock's folder as the program sees it, for a test's time.
-struct RuntimeFolder {
-  RuntimeFolder() : before(qgetenv("XDG_RUNTIME_DIR")) { qputenv("XDG_RUNTIME_DIR", folder.path().toUtf8()); }
-  ~RuntimeFolder() { qputenv("XDG_RUNTIME_DIR", before); }
-  RuntimeFolder(const RuntimeFolder&) = delete;
-  RuntimeFolder& operator=(const RuntimeFolder&) = delete;
-
-  QTemporaryDir folder;
-  QByteArray before;
-};
 
 TEST(Instances, ASecondStartSaysSoAndEnds) {
   const RuntimeFolder folder;

@@ -64,6 +64,7 @@ const Row kMenus[] = {
     {"View", "xErrorSim", "ErrorSim", false},
     {"View", "xTools", "Tools", false},
     {"View", "xSoundOut", "Sound output", false},
+    {"Extras", "StartCompanion", "Start QUOLLserial", true},
     {"Help", "xHelp", "Help", false},
 };
 
@@ -87,10 +88,21 @@ TEST_F(Menus, EveryEntryStandsInItsPlace) {
   EXPECT_EQ(row, std::size(kMenus));
 }
 
+TEST_F(Menus, AllFindRoomInTheWindowsLine) {
+  for (const QString& status : {QString(), QString("No sound device: Timer2")}) {
+    m.screen.Label1 = status.toStdString();
+    Settle();
+    const QWidget* more = window->Menus()->findChild<QWidget*>("qt_menubar_ext_button");
+    ASSERT_NE(more, nullptr);
+    EXPECT_FALSE(more->isVisible());
+  }
+}
+
 TEST_F(Menus, FirstTicks) {
   for (const Row& row : kMenus) {
     const std::string name = row.name;
-    const bool on = name == "xSound" || name == "xUnDoc" || name == "xBasic" || name == "xS3";
+    const bool on = name == "xSound" || name == "xUnDoc" || name == "xBasic" || name == "xS3" ||
+                    name == "xScreenDIB" || name == "StartCompanion";
     EXPECT_EQ(window->Action(row.name)->isChecked(), on) << row.name;
   }
 }

@@ -3,11 +3,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
-#include <QtGui/QDropEvent>
 
 #include "desktop/test/WindowTest.h"
 #include "desktop/windows/AboutPanel.h"
@@ -54,17 +52,6 @@ struct Panels : WindowTest {
     const QPoint at = List("Dir1")->visualItemRect(List("Dir1")->item(row)).center();
     QTest::mouseClick(List("Dir1")->viewport(), Qt::LeftButton, {}, at);
     QTest::mouseDClick(List("Dir1")->viewport(), Qt::LeftButton, {}, at);
-    Settle();
-  }
-
-  void Drop(const QString& file) {
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(file)});
-    QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window, &enter);
-    ASSERT_TRUE(enter.isAccepted());
-    QDropEvent event(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window, &event);
     Settle();
   }
 };

@@ -3,9 +3,12 @@
 
 #include "desktop/picture/WindowCanvas.h"
 #include "desktop/test/WindowTest.h"
+#include "testkit/GreyBox.h"
 
 namespace quoll {
 namespace {
+
+using test::GreyBox;
 
 TEST(CanvasPlace, WholeFactorsInTheMiddle) {
   EXPECT_EQ(PictureBox::CanvasPlace({640, 576}, 1), QRectF(0, 0, 640, 576));
@@ -25,19 +28,6 @@ TEST(CanvasPlace, DenseScreens) {
   EXPECT_EQ(PictureBox::CanvasPlace({640, 576}, 1.5), QRectF(0, 0, 640, 576));
 }
 
-// A picture box of one colour.
-Picture PlainPicture(int32_t left, int32_t top, int32_t width, int32_t height) {
-  Picture picture;
-  picture.Left = left;
-  picture.Top = top;
-  picture.Width = width;
-  picture.Height = height;
-  picture.ScreenBits.assign(static_cast<size_t>(width) * height * 4, 0x40);
-  picture.Border.assign(288, 0x0000FF);  // red
-  picture.Border[287] = 0xFF0000;        // blue
-  return picture;
-}
-
 constexpr QRgb kRed = 0xFFFF0000U;
 constexpr QRgb kBlue = 0xFF0000FFU;
 constexpr QRgb kGrey = 0x404040U;
@@ -46,7 +36,7 @@ QRgb At(const WindowCanvas& canvas, int x, int y) { return canvas.Image().pixel(
 
 TEST(Canvas, BoxOverBands) {
   WindowCanvas canvas;
-  const auto rows = canvas.Compose(PlainPicture(64, 40, 512, 480));
+  const auto rows = canvas.Compose(GreyBox(64, 40, 512, 480));
   EXPECT_EQ(rows.first, 0);
   EXPECT_EQ(rows.last, 575);
   EXPECT_EQ(At(canvas, 63, 40), kRed & 0xFFFFFFU);
@@ -61,7 +51,7 @@ TEST(Canvas, BoxOverBands) {
 
 TEST(Canvas, OnlyChangedRowsAreTold) {
   WindowCanvas canvas;
-  Picture picture = PlainPicture(64, 40, 512, 480);
+  Picture picture = GreyBox(64, 40, 512, 480);
   canvas.Compose(picture);
   EXPECT_FALSE(canvas.Compose(picture).Any());
   picture.ScreenBits[100 * 2048 + 8] = 0x41;  // row 100 of the box
@@ -72,7 +62,7 @@ TEST(Canvas, OnlyChangedRowsAreTold) {
 
 TEST(Canvas, ABandBesideTheCanvasCountsToo) {
   WindowCanvas canvas;
-  Picture picture = PlainPicture(0, 0, 640, 576);  // covers all of it
+  Picture picture = GreyBox(0, 0, 640, 576);  // covers all of it
   canvas.Compose(picture);
   picture.Border[10] = 0x00FF00;
   const auto rows = canvas.Compose(picture);
@@ -85,7 +75,7 @@ TEST(Canvas, BoxesPartlyAndFarOutside) {
   WindowCanvas canvas;
   const int32_t far = 2'000'000'000;
   for (const auto& [left, top] : {std::pair{-100, -50}, {600, 560}, {far, 0}, {-far, -far}, {0, far}}) {
-    canvas.Compose(PlainPicture(left, top, 512, 480));
+    canvas.Compose(GreyBox(left, top, 512, 480));
     for (const auto& [x, y] : {std::pair{0, 0}, {639, 571}, {320, 288}, {639, 0}, {0, 570}}) {
       const bool inside =
           x >= int64_t{left} && x < int64_t{left} + 512 && y >= int64_t{top} && y < int64_t{top} + 480;
@@ -97,7 +87,7 @@ TEST(Canvas, BoxesPartlyAndFarOutside) {
 
 TEST(Canvas, DibRowsOfAnOddWidth) {
   WindowCanvas canvas;
-  Picture picture = PlainPicture(0, 0, 8, 4);
+  Picture picture = GreyBox(0, 0, 8, 4);
   picture.shownFromDib = true;
   picture.DibWidth = 12;
   picture.DibHeight = 4;
@@ -111,7 +101,7 @@ TEST(Canvas, DibRowsOfAnOddWidth) {
 }
 
 TEST(Canvas, APictureWithFewerBytesThanItsSize) {
-  Picture picture = PlainPicture(0, 0, 512, 480);
+  Picture picture = GreyBox(0, 0, 512, 480);
   picture.ScreenBits.resize(2048 * 10 + 5);
   EXPECT_EQ(PictureImage(picture).height(), 10);
   picture.ScreenBits.clear();

@@ -46,27 +46,26 @@ struct SoundHost : WindowTest {
     host.atFrame = nullptr;
   }
   int Blocks() const { return std::stoi(m.fdxf.TextR); }
+  // Runs the 50 frames up to this one: they take a second and fill ten blocks.
+  void ExpectASecondTo(int frames) {
+    const auto start = QtHost::Clock::now();
+    const int blocks = Blocks();
+    RunTo(frames);
+    const duration<double> passed = QtHost::Clock::now() - start;
+    EXPECT_NEAR(passed.count(), 1.0, 0.25);
+    EXPECT_NEAR(Blocks() - blocks, 10, 2);
+  }
 };
 
 TEST_F(SoundHost, TheDeviceSetsThePace) {
   Start();
   RunTo(10);
-  const auto start = QtHost::Clock::now();
-  const int blocks = Blocks();
-  RunTo(60);
-  const duration<double> passed = QtHost::Clock::now() - start;
-  EXPECT_NEAR(passed.count(), 1.0, 0.25);
-  EXPECT_NEAR(Blocks() - blocks, 10, 2);
+  ExpectASecondTo(60);
 }
 
 TEST_F(SoundHost, WithoutADeviceTimer2SetsIt) {
   RunTo(10);
-  const auto start = QtHost::Clock::now();
-  const int blocks = Blocks();
-  RunTo(60);
-  const duration<double> passed = QtHost::Clock::now() - start;
-  EXPECT_NEAR(passed.count(), 1.0, 0.25);
-  EXPECT_NEAR(Blocks() - blocks, 10, 2);
+  ExpectASecondTo(60);
 }
 
 TEST_F(SoundHost, MaxIsNotHeldBackAndTheDeviceIsFed) {
@@ -183,12 +182,7 @@ TEST_F(SoundHost, ADeviceThatComesLaterTakesOver) {
   PressButton("FDXF", "cmdStartPlay");
   EXPECT_EQ(m.screen.Label1, "");
   RunTo(20);
-  const auto start = QtHost::Clock::now();
-  const int blocks = Blocks();
-  RunTo(70);
-  const duration<double> passed = QtHost::Clock::now() - start;
-  EXPECT_NEAR(passed.count(), 1.0, 0.25);
-  EXPECT_NEAR(Blocks() - blocks, 10, 2);
+  ExpectASecondTo(70);
 }
 
 TEST_F(SoundHost, WaitingCostsNoTime) {

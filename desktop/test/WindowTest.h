@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QMimeData>
 #include <QTest>
+#include <QtGui/QDropEvent>
 #include <functional>
 #include <memory>
 
@@ -22,6 +24,8 @@ namespace quoll {
 
 // Stops the machine or does whatever else a test wants at each frame end, and notes message boxes.
 struct TestHost : QtHost {
+  // A serial card that no other program is joined to.
+  TestHost() { links.serialName = "window-test-" + std::to_string(QCoreApplication::applicationPid()); }
   void FrameEnded(Machine& m) override {
     QtHost::FrameEnded(m);
     ++frames;
@@ -101,6 +105,21 @@ struct WindowTest : testing::Test {
     auto* found = in->findChild<Widget*>(name);
     EXPECT_NE(found, nullptr) << name;
     return found;
+  }
+
+  // Drops it on the main window.
+  void Drop(QMimeData& data) {
+    QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window, &enter);
+    ASSERT_TRUE(enter.isAccepted());
+    QDropEvent event(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window, &event);
+    Settle();
+  }
+  void Drop(const QString& file) {
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(file)});
+    Drop(data);
   }
 
   // A top-level window of that object name, nullptr while it is hidden.

@@ -1,7 +1,9 @@
 #include "desktop/widgets/CodeEditor.h"
 
+#include <QDragEnterEvent>
 #include <QFontDatabase>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QPainter>
 #include <QSyntaxHighlighter>
 #include <QTextBlock>
@@ -200,6 +202,11 @@ void CodeEditor::keyPressEvent(QKeyEvent* event) {
   if (control && event->key() == Qt::Key_Backtab)
     return static_cast<void>(QWidget::focusNextPrevChild(false));
   QPlainTextEdit::keyPressEvent(event);
+}
+
+void CodeEditor::dragEnterEvent(QDragEnterEvent* event) {
+  if (event->mimeData()->hasUrls()) return event->ignore();
+  QPlainTextEdit::dragEnterEvent(event);
 }
 
 }  // namespace quoll

@@ -49,6 +49,8 @@ class CodeEditor : public QPlainTextEdit {
   void resizeEvent(QResizeEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  // Files are for the window: their names are no text.
+  void dragEnterEvent(QDragEnterEvent* event) override;
 
  private:
   void NoteChange(int place, int removed, int added);

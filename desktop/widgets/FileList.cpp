@@ -19,11 +19,14 @@ void FileList::SetIcons(QIcon (*iconOf)(const QString& entry)) { icon = iconOf; 
 
 void FileList::Show(const ListRef& entries) {
   const int wanted = static_cast<int>(entries.EntryCount());
+  shown.resize(entries.EntryCount());
   while (count() > wanted) delete takeItem(count() - 1);
   for (int i = 0; i < wanted; ++i) {
-    const QString text = ToQt(entries.Entry(static_cast<size_t>(i)));
+    std::string entry = entries.Entry(static_cast<size_t>(i));
+    if (i < count() && shown[static_cast<size_t>(i)] == entry) continue;
     if (i == count()) addItem(new QListWidgetItem);
-    if (item(i)->text() == text && !text.isEmpty()) continue;
+    const QString text = ToQt(entry);
+    shown[static_cast<size_t>(i)] = std::move(entry);
     item(i)->setText(text);
     if (icon != nullptr) item(i)->setIcon(icon(text));
   }

@@ -5,6 +5,8 @@
 #include <QElapsedTimer>
 #include <QIcon>
 #include <QListWidget>
+#include <string>
+#include <vector>
 
 #include "core/Form.h"
 
@@ -37,6 +39,7 @@ class FileList : public QListWidget {
   void Open(int entry);
   void Clicked(int entry);
 
+  std::vector<std::string> shown;
   QIcon (*icon)(const QString&) = nullptr;
   bool oneClickOpens = false;
   QElapsedTimer sinceOpened;

@@ -1,20 +1,22 @@
 #include "desktop/widgets/HexView.h"
 
 #include <QCoreApplication>
-#include <QFontDatabase>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QScrollBar>
+#include <QTextBlock>
 #include <QWheelEvent>
+
+#include "desktop/widgets/Colour.h"
+#include "desktop/widgets/FixedFont.h"
 
 namespace quoll {
 
 HexView::HexView(const QString& header, int rows, int rowBytes, QWidget* parent)
     : QWidget(parent), text(new QPlainTextEdit), bar(new QScrollBar(Qt::Vertical)) {
-  QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-  fixed.setPointSizeF(font().pointSizeF());
+  const QFont fixed = FixedFont(*this);
   text->setFont(fixed);
   text->setReadOnly(true);
   text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
@@ -54,6 +56,22 @@ void HexView::SetRows(const QString& rows) {
 }
 
 QString HexView::Rows() const { return text->toPlainText(); }
+
+void HexView::SetMarks(const std::vector<Mark>& parts) {
+  QList<QTextEdit::ExtraSelection> marks;
+  for (const Mark& part : parts) {
+    const QTextBlock row = text->document()->findBlockByNumber(part.row);
+    if (!row.isValid() || part.column + part.length >= row.length()) continue;
+    QTextEdit::ExtraSelection mark;
+    mark.cursor = QTextCursor(row);
+    mark.cursor.setPosition(row.position() + part.column);
+    mark.cursor.setPosition(row.position() + part.column + part.length, QTextCursor::KeepAnchor);
+    mark.format.setBackground(kChangedGround);
+    mark.format.setForeground(kChangedText);
+    marks << mark;
+  }
+  text->setExtraSelections(marks);
+}
 
 void HexView::SetRange(int first, int last) {
   const QSignalBlocker quiet(bar);

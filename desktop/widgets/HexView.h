@@ -3,8 +3,8 @@
 #pragma once
 
 #include <QWidget>
+#include <vector>
 
-class QLabel;
 class QPlainTextEdit;
 class QScrollBar;
 
@@ -20,6 +20,14 @@ class HexView : public QWidget {
   // The rows, with a line break between them.
   void SetRows(const QString& text);
   QString Rows() const;
+
+  // So many characters of a row, from the column on. All are counted from 0.
+  struct Mark {
+    int row, column, length;
+    bool operator==(const Mark&) const = default;
+  };
+  // Marks these parts of the rows in colour, and no others any more.
+  void SetMarks(const std::vector<Mark>& parts);
 
   // The first and the last address that the view can begin at.
   void SetRange(int first, int last);

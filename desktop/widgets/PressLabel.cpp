@@ -68,6 +68,11 @@ void PressLabel::focusOutEvent(QFocusEvent* event) {
   update();
 }
 
+void PressLabel::hideEvent(QHideEvent* event) {
+  GoUp(false);
+  QLabel::hideEvent(event);
+}
+
 void PressLabel::paintEvent(QPaintEvent* event) {
   QLabel::paintEvent(event);
   if (!hasFocus()) return;

@@ -2,6 +2,8 @@
 
 #include <QHBoxLayout>
 
+#include "desktop/widgets/FixedFont.h"
+
 namespace quoll {
 
 Readout::Readout(const QString& nameOfValue, int digits, const QString& note)
@@ -17,5 +19,7 @@ Readout::Readout(const QString& nameOfValue, int digits, const QString& note)
   if (!note.isEmpty()) row->addWidget(new QLabel(note));
   row->addWidget(value);
 }
+
+void Readout::KeepLetters(int letters) { KeepSize(value, letters, 4 * value->frameWidth() + 2); }
 
 }  // namespace quoll

@@ -14,6 +14,9 @@ class Readout : public QWidget {
   // digits: for how many the value has room. note: where the value comes from, between the two; may be empty.
   Readout(const QString& name, int digits, const QString& note = {});
 
+  // The value's place is just as wide as so many characters, whatever it shows.
+  void KeepLetters(int letters);
+
   QLabel* Name() const { return name; }
   PressLabel* Value() const { return value; }
 

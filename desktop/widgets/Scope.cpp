@@ -14,50 +14,77 @@ namespace {
 
 constexpr qreal kFarthest = 1e5;  // units
 
-// A square brush that moves over device pixels, which keeps a long trace cheap and every edge sharp.
-struct Pen {
-  QImage& image;
-  QRgb colour;
-  QSizeF scale;  // device pixels to a unit, across and down
-  int size;      // device pixels, a unit's or one
+int Floor(qreal value) {
+  const auto whole = static_cast<int>(value);  // towards 0
+  return whole - (whole > value ? 1 : 0);
+}
 
-  int Column(qreal x) const { return static_cast<int>(std::floor(x * scale.width())); }
-  int Row(qreal y) const { return static_cast<int>(std::floor(y * scale.height())); }
-  void Fill(int left, int right, int top, int bottom) const {
-    for (int y = std::max(top, 0); y < std::min(bottom, image.height()); ++y) {
-      auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
-      for (int x = std::max(left, 0); x < std::min(right, image.width()); ++x) line[x] = colour;
-    }
-  }
-  void Dot(QPointF at) const { Fill(Column(at.x()), Column(at.x()) + size, Row(at.y()), Row(at.y()) + size); }
+// A square brush that moves over device pixels, which keeps a long trace cheap and every edge sharp.
+class Pen {
+ public:
+  // scale: device pixels to a unit, across and down. brush: device pixels, a unit's or one.
+  Pen(QImage& image, QRgb colourOfTrace, QSizeF scaleOfBox, int brush)
+      : pixels(reinterpret_cast<QRgb*>(image.bits())),
+        pitch(image.bytesPerLine() / static_cast<qsizetype>(sizeof(QRgb))),
+        columns(image.width()),
+        rows(image.height()),
+        colour(colourOfTrace),
+        scale(scaleOfBox),
+        size(brush) {}
+
+  // What was written.
+  Scope::Rows Written() const { return written; }
+
+  void Dot(QPointF at) { Fill(Column(at.x()), Row(at.y()), Row(at.y()) + size); }
   // A column for each device pixel between the two points, as high as the line climbs in it.
-  void Line(QPointF a, QPointF b) const {
+  void Line(QPointF a, QPointF b) {
     if (a.x() > b.x()) std::swap(a, b);
     const auto at = [&](int column) {
       const qreal x = std::clamp(column / scale.width(), a.x(), b.x());
       if (x <= a.x()) return a.y();
       return x >= b.x() ? b.y() : a.y() + (b.y() - a.y()) * (x - a.x()) / (b.x() - a.x());
     };
-    const int last = std::min(Column(b.x()), image.width() - 1);
-    for (int column = std::max(Column(a.x()), -size); column <= last; ++column) {
-      const int here = Row(at(column));
-      const int next = Row(column < Column(b.x()) ? at(column + 1) : b.y());
-      Fill(column, column + size, std::min(here, next), std::max(here, next) + size);
+    const int end = Column(b.x());
+    int column = std::max(Column(a.x()), -size);
+    int here = Row(at(column));
+    for (; column <= std::min(end, columns - 1); ++column) {
+      const int next = Row(column < end ? at(column + 1) : b.y());
+      Fill(column, std::min(here, next), std::max(here, next) + size);
+      here = next;
     }
   }
+
+ private:
+  int Column(qreal x) const { return Floor(x * scale.width()); }
+  int Row(qreal y) const { return Floor(y * scale.height()); }
+  // As wide as the brush.
+  void Fill(int left, int top, int bottom) {
+    const int first = std::max(left, 0), last = std::min(left + size, columns);
+    top = std::max(top, 0);
+    bottom = std::min(bottom, rows);
+    if (top >= bottom) return;
+    for (int y = top; y < bottom; ++y)
+      for (int x = first; x < last; ++x) pixels[y * pitch + x] = colour;
+    written = written.With({top, bottom});
+  }
+
+  QRgb* pixels;
+  qsizetype pitch;
+  int columns, rows;
+  QRgb colour;
+  QSizeF scale;
+  int size;
+  Scope::Rows written;
 };
 
 QSize PixelsOf(const QSizeF& size, qreal ratio) { return (size * ratio).toSize(); }
 
-}  // namespace
-
-QImage Scope::Draw(const Trace& trace, const ScopeBox& box, qreal ratio, QSize size) {
-  if (size.isEmpty()) size = box.units * box.zoom;
-  QImage image(PixelsOf(size, ratio), QImage::Format_RGB32);
-  image.fill(Qt::black);
-  const QSizeF scale(size.width() * ratio / box.units.width(), size.height() * ratio / box.units.height());
+// On a black image of the box's size in device pixels.
+Scope::Rows DrawTrace(QImage& image, const Trace& trace, const ScopeBox& box) {
+  const QSizeF scale(static_cast<qreal>(image.width()) / box.units.width(),
+                     static_cast<qreal>(image.height()) / box.units.height());
   const long brush = std::lround(std::min(scale.width(), scale.height()));
-  const Pen pen{image, ToColour(trace.colour).rgb(), scale, std::max(1, static_cast<int>(brush))};
+  Pen pen(image, ToColour(trace.colour).rgb(), scale, std::max(1, static_cast<int>(brush)));
   // Farther out nothing is seen, and sums stay exact.
   const auto near = [](float units) { return std::clamp(static_cast<qreal>(units), -kFarthest, kFarthest); };
   std::optional<QPointF> before;
@@ -69,7 +96,21 @@ QImage Scope::Draw(const Trace& trace, const ScopeBox& box, qreal ratio, QSize s
     if (point && (!before || box.dots)) pen.Dot(*point);
     before = point;
   }
+  return pen.Written();
+}
+
+QImage Black(QSize size, qreal ratio) {
+  QImage image(PixelsOf(size, ratio), QImage::Format_RGB32);
+  image.fill(Qt::black);
   image.setDevicePixelRatio(ratio);
+  return image;
+}
+
+}  // namespace
+
+QImage Scope::Draw(const Trace& trace, const ScopeBox& box, qreal ratio, QSize size) {
+  QImage image = Black(size.isEmpty() ? box.units * box.zoom : size, ratio);
+  DrawTrace(image, trace, box);
   return image;
 }
 
@@ -83,16 +124,35 @@ Scope::Scope(const ScopeBox& layout, QWidget* parent) : QWidget(parent), box(lay
 
 void Scope::Show(const Trace& now) {
   if (now.drawings == trace.drawings) return;
+  trace.drawings = now.drawings;
+  if (now == trace) return;  // the same line again, as a note that is held often draws
   trace = now;
-  image = QImage();
-  update();
+  if (!isVisible() || !ImageFits()) {
+    image = QImage();
+    return update();
+  }
+  // Only the rows of the old line and the new one are drawn and painted.
+  const qreal ratio = image.devicePixelRatio();
+  Rows changed = seen;
+  for (int y = seen.top; y < seen.bottom; ++y)
+    std::fill_n(reinterpret_cast<QRgb*>(image.scanLine(y)), image.width(), qRgb(0, 0, 0));
+  seen = DrawTrace(image, trace, box);
+  changed = changed.With(seen);
+  const int top = Floor(changed.top / ratio);
+  update(0, top, width(), Floor(changed.bottom / ratio) + 1 - top);
+}
+
+// Not when the window has grown, or has gone to a screen of another scale.
+bool Scope::ImageFits() const {
+  const qreal ratio = devicePixelRatioF();
+  return image.size() == PixelsOf(size(), ratio) && image.devicePixelRatio() == ratio;
 }
 
 void Scope::paintEvent(QPaintEvent* /*event*/) {
-  // Made when it is painted: the window may have grown, or gone to a screen of another scale.
-  const qreal ratio = devicePixelRatioF();
-  if (image.size() != PixelsOf(size(), ratio) || image.devicePixelRatio() != ratio)
-    image = Draw(trace, box, ratio, size());
+  if (!ImageFits()) {
+    image = Black(size(), devicePixelRatioF());
+    seen = DrawTrace(image, trace, box);
+  }
   QPainter(this).drawImage(QPoint(0, 0), image);
 }
 

@@ -3,6 +3,7 @@
 
 #include <QImage>
 #include <QWidget>
+#include <algorithm>
 
 #include "core/Form.h"
 
@@ -22,7 +23,17 @@ class Scope : public QWidget {
  public:
   explicit Scope(const ScopeBox& layout, QWidget* parent = nullptr);
 
-  // Paints when the trace has been drawn anew since it was shown.
+  // Of a picture, in device pixels: from top to above bottom. Without any, top is not above bottom.
+  struct Rows {
+    int top = 0, bottom = 0;
+
+    Rows With(const Rows& more) const {
+      if (top >= bottom) return more;
+      return more.top >= more.bottom ? *this : Rows{std::min(top, more.top), std::max(bottom, more.bottom)};
+    }
+  };
+
+  // Paints when the trace has been drawn anew and differs from what is shown.
   void Show(const Trace& now);
 
   // The picture of a trace in device pixels, ratio of them to a pixel of the window. size: in pixels of the
@@ -36,9 +47,12 @@ class Scope : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  bool ImageFits() const;
+
   ScopeBox box;
   Trace trace;
-  QImage image;  // of the trace; null when it is not drawn yet
+  QImage image;  // of the trace, null when it is not drawn yet
+  Rows seen;     // of the image: all others are black
 };
 
 }  // namespace quoll

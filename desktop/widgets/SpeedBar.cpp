@@ -5,7 +5,7 @@ namespace quoll {
 SpeedBar::SpeedBar(QWidget* parent) : ValueBar(parent) {
   setObjectName("Shape4");
   setAccessibleName(tr("Speed bar"));
-  setFixedSize(sizeHint());
+  setFixedSize(40, sizeHint().height());  // the menus beside it need the room
 }
 
 void SpeedBar::SetValue(float value) {

@@ -14,8 +14,8 @@ namespace quoll {
 
 namespace {
 
-constexpr const char* kContact =
-    R"(<a href="mailto:quollemu@example.org?subject=QUOLLEMU">quollemu@example.org</a>)";
+// Whom to write to is the user's choice.
+constexpr const char* kContact = R"(<a href="mailto:?subject=QUOLLEMU">Write a mail about QUOLLEMU</a>)";
 
 constexpr const char* kPorts =
     "Ports of the machine, in hexadecimal\n"

@@ -1,6 +1,8 @@
 #include "desktop/windows/AssemblerWindow.h"
 
+#include <QFileInfo>
 #include <QGridLayout>
+#include <QImageReader>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -11,6 +13,7 @@
 #include <QSplitter>
 #include <QTabWidget>
 
+#include "desktop/kit/Drop.h"
 #include "desktop/kit/QtText.h"
 #include "desktop/widgets/CodeEditor.h"
 #include "desktop/widgets/FindBar.h"
@@ -18,6 +21,7 @@
 #include "desktop/windows/AssemblerPanes.h"
 #include "desktop/windows/AssemblerPictures.h"
 #include "desktop/windows/AssemblerSource.h"
+#include "forms/FileActions.h"
 #include "machine/Machine.h"
 
 namespace quoll {
@@ -30,6 +34,7 @@ AssemblerWindow::AssemblerWindow(FormKit& kitOfWindow)
       tabs(new QTabWidget),
       files(SourceFilesPane(kit)) {
   escapeCloses = false;
+  setAcceptDrops(true);
   press = files->findChild<QPushButton*>("Command14");
   tabs->setAccessibleName(tr("Listing, symbols, disassembly, pictures"));
 
@@ -69,6 +74,7 @@ QWidget* AssemblerWindow::Right() {
   scrolled->setFrameShape(QFrame::NoFrame);
   scrolled->setWidget(pictures);
   tabs->addTab(scrolled, tr("P&icture"));
+  picturePane = scrolled;
   QPlainTextEdit* help = kit.Memo("Text4");
   help->setReadOnly(true);
   auto* right = new QSplitter(Qt::Vertical);
@@ -167,6 +173,24 @@ void AssemblerWindow::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Escape && m.asse.files.Frame2Look.visible)
     return host.Act(m, [this] { Press(m, kit.binder.Ref("Command15")); });
   FormWindow::keyPressEvent(event);
+}
+
+void AssemblerWindow::dragEnterEvent(QDragEnterEvent* event) { TakeDrag(event); }
+
+// Pictures are for the import, the machine's own files for the machine; any other is a source.
+void AssemblerWindow::dropEvent(QDropEvent* event) {
+  const auto dropped = DroppedFile(event);
+  if (!dropped) return;
+  const std::string suffix = QFileInfo(ToQt(*dropped)).suffix().toLower().toStdString();
+  host.Act(m, [&] {
+    if (QImageReader::supportedImageFormats().contains(suffix.c_str())) {
+      if (OpenPicture(m, *dropped)) tabs->setCurrentWidget(picturePane);
+    } else if (suffix != "asm" && suffix != "tvcasm" && FindFileAction("*." + suffix) != nullptr) {
+      OpenBySuffix(m, *dropped);
+    } else {
+      OpenSource(m, *dropped);
+    }
+  });
 }
 
 }  // namespace quoll

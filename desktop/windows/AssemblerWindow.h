@@ -26,6 +26,8 @@ class AssemblerWindow : public FormWindow {
   void ShowRecord() override;
   void Appear() override;
   void keyPressEvent(QKeyEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   QMenuBar* Menus();
@@ -38,9 +40,10 @@ class AssemblerWindow : public FormWindow {
   AssemblerListing* listing;
   AssemblerPictures* pictures;
   QTabWidget* tabs;
-  QWidget* files;                // Frame2
-  QPushButton* press = nullptr;  // Command14
-  QString filesShown;            // what the file panel is seen for, empty while it is hidden
+  QWidget* picturePane = nullptr;  // the tab with the pictures
+  QWidget* files;                  // Frame2
+  QPushButton* press = nullptr;    // Command14
+  QString filesShown;              // what the file panel is seen for, empty while it is hidden
 };
 
 }  // namespace quoll

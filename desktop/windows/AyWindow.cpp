@@ -42,7 +42,8 @@ QWidget* AyWindow::Registers() {
   const int count = kit.binder.Ref("Label1").control->count;
   for (int reg = 0; reg < count; ++reg) {
     const QString name = ToQt(CaptionOf(kit.binder.Ref("Label1", reg)));
-    column->addWidget(ChipReadout(kit, {"Label1", reg, QString("%1  %2").arg(reg).arg(name), 4, true}));
+    column->addWidget(ChipReadout(
+        kit, {"Label1", reg, QString("%1  %2").arg(reg, 2, 10, QChar(0x2007)).arg(name), 4, true}));
   }
   column->addStretch();
   return frame;

@@ -148,6 +148,7 @@ RegisterGrid* ChipRegisters(FormKit& kit, std::string_view control, const QStrin
     header->setText(header->text() + "  " + rows[row] + " ");
   }
   grid->verticalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  grid->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Maximum);  // on a small screen it scrolls
   return grid;
 }
 

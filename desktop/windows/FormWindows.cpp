@@ -4,15 +4,20 @@
 
 #include "desktop/windows/AssemblerWindow.h"
 #include "desktop/windows/AyWindow.h"
+#include "desktop/windows/CPUmonWindow.h"
 #include "desktop/windows/ErrorSimWindow.h"
+#include "desktop/windows/FloppyWindow.h"
 #include "desktop/windows/FullScreenWindow.h"
 #include "desktop/windows/MainWindow.h"
+#include "desktop/windows/PrintWindow.h"
 #include "desktop/windows/SaaWindow.h"
+#include "desktop/windows/SerialWindow.h"
 #include "desktop/windows/SidWindow.h"
 #include "desktop/windows/SnWindow.h"
 #include "desktop/windows/SoundWindow.h"
 #include "desktop/windows/TVCmonWindow.h"
 #include "desktop/windows/TapeWindow.h"
+#include "desktop/windows/ToolsWindow.h"
 #include "desktop/windows/Ym2413Window.h"
 #include "desktop/windows/Ym3812Window.h"
 #include "machine/Machine.h"
@@ -35,6 +40,11 @@ constexpr std::array kWindows{
     Line{&kTScreen, Make<MainWindow>},        //
     Line{&kFScreen, Make<FullScreenWindow>},  //
     Line{&kTTape, Make<TapeWindow>},          //
+    Line{&kCPUmon, Make<CPUmonWindow>},       //
+    Line{&kTFloppy, Make<FloppyWindow>},      //
+    Line{&kTSerial, Make<SerialWindow>},      //
+    Line{&kTPrint, Make<PrintWindow>},        //
+    Line{&kTTools, Make<ToolsWindow>},        //
     Line{&kTVCmon, Make<TVCmonWindow>},       //
     Line{&kAsse, Make<AssemblerWindow>},      //
     Line{&kFDXF, Make<SoundWindow>},          //
@@ -50,11 +60,9 @@ constexpr std::array kWindows{
 }  // namespace
 
 FormWindows::FormWindows(QtHost& hostOfWindows, Machine& machineOfWindows)
-    : host(hostOfWindows), m(machineOfWindows), made(kWindows.size()) {
-  host.AddView(this);
-}
+    : RecordView(hostOfWindows), m(machineOfWindows), made(kWindows.size()) {}
 
-FormWindows::~FormWindows() { host.RemoveView(this); }
+FormWindows::~FormWindows() = default;
 
 void FormWindows::Pull(Machine& machine) {
   for (size_t i = 0; i < made.size(); ++i) {

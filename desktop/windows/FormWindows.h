@@ -17,8 +17,6 @@ class FormWindows : public RecordView {
  public:
   FormWindows(QtHost& hostOfWindows, Machine& machineOfWindows);
   ~FormWindows() override;
-  FormWindows(const FormWindows&) = delete;
-  FormWindows& operator=(const FormWindows&) = delete;
 
   // Makes the windows that are wanted for the first time.
   void Pull(Machine& machine) override;
@@ -32,7 +30,6 @@ class FormWindows : public RecordView {
     std::unique_ptr<FormWindow> window;
   };
 
-  QtHost& host;
   Machine& m;
   std::vector<Made> made;  // in the list's order, empty for those that were not wanted yet
 };

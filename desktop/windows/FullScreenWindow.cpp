@@ -1,7 +1,6 @@
 #include "desktop/windows/FullScreenWindow.h"
 
 #include <QCloseEvent>
-#include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
 #include <algorithm>
@@ -13,16 +12,11 @@
 namespace quoll {
 
 FullPicture::FullPicture(QtHost& hostOfWindow, Machine& machineOfWindow, QWidget* parent)
-    : QWidget(parent), m(machineOfWindow), keys(hostOfWindow, m) {
-  setObjectName("FPic1");
-  setAccessibleName(tr("Screen of the TV Computer"));
-  setFocusPolicy(Qt::StrongFocus);
-  setMouseTracking(true);
-  setAttribute(Qt::WA_OpaquePaintEvent);
-}
+    : KeyedPicture(hostOfWindow, machineOfWindow, parent, "FPic1") {}
 
 // Stretching costs far more than comparing: only the rows that differ are painted.
 void FullPicture::ShowPicture() {
+  mark->Tell(WhyItStands(m));
   if (shown == m.picture.shown) return;
   shown = m.picture.shown;
   const QImage now = PictureImage(m.picture);
@@ -55,33 +49,18 @@ void FullPicture::paintEvent(QPaintEvent* event) {
   painter.drawImage(rect(), image);
 }
 
-bool FullPicture::event(QEvent* event) {
-  if (ClaimShortcut(event)) return true;
-  return QWidget::event(event);
-}
-
-void FullPicture::keyPressEvent(QKeyEvent* event) {
-  if (event->key() != Qt::Key_Escape) return keys.Pressed(event);
+bool FullPicture::Escape() {
   LeaveFullScreen(m);
+  return true;
 }
 
-void FullPicture::keyReleaseEvent(QKeyEvent* event) { keys.Released(event); }
-
-void FullPicture::mouseMoveEvent(QMouseEvent* event) {
-  const QPoint point = event->position().toPoint();
-  if (!rect().contains(point)) return;
-  const auto scaled = [](int at, int32_t size, int ownSize) {
-    return static_cast<int32_t>(int64_t{at} * size / ownSize);
+bool FullPicture::ToPicture(QPointF point, QPoint& pixel) const {
+  const QPoint at = point.toPoint();
+  const auto scaled = [](int place, int32_t size, int ownSize) {
+    return static_cast<int>(int64_t{place} * size / std::max(1, ownSize));
   };
-  picd_MouseMove(m.pen, scaled(point.x(), m.picture.Width, width()),
-                 scaled(point.y(), m.picture.Height, height()));
-}
-
-void FullPicture::mousePressEvent(QMouseEvent* /*event*/) { KeyboardClear(m.keyboard); }
-
-void FullPicture::focusOutEvent(QFocusEvent* event) {
-  KeyboardClear(m.keyboard);
-  QWidget::focusOutEvent(event);
+  pixel = {scaled(at.x(), m.picture.Width, width()), scaled(at.y(), m.picture.Height, height())};
+  return rect().contains(at);
 }
 
 FullScreenWindow::FullScreenWindow(FormKit& kitOfWindow)

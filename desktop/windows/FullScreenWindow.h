@@ -2,16 +2,15 @@
 #pragma once
 
 #include <QImage>
-#include <QWidget>
 #include <cstdint>
 
 #include "desktop/kit/FormWindow.h"
-#include "desktop/picture/MachineKeys.h"
+#include "desktop/picture/KeyedPicture.h"
 
 namespace quoll {
 
 // FPic1: shows the last finished picture of PicD, stretched to its own size.
-class FullPicture : public QWidget {
+class FullPicture : public KeyedPicture {
   Q_OBJECT
 
  public:
@@ -21,18 +20,11 @@ class FullPicture : public QWidget {
   void ShowPicture();
 
  protected:
-  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
-  void keyReleaseEvent(QKeyEvent* event) override;
-  void mouseMoveEvent(QMouseEvent* event) override;
-  void mousePressEvent(QMouseEvent* event) override;
-  void focusOutEvent(QFocusEvent* event) override;
-  bool focusNextPrevChild(bool) override { return false; }
+  bool ToPicture(QPointF point, QPoint& pixel) const override;
+  bool Escape() override;  // leaves the full screen
 
  private:
-  Machine& m;
-  MachineKeys keys;
   QImage image;  // what is shown
   uint32_t shown = 0;
 };

@@ -2,7 +2,6 @@
 
 #include <QAction>
 #include <QCloseEvent>
-#include <QDragEnterEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenuBar>
@@ -11,15 +10,23 @@
 
 #include "desktop/kit/QtText.h"
 #include "desktop/picture/PictureBox.h"
+#include "desktop/widgets/ElidedLabel.h"
 #include "desktop/widgets/PressLabel.h"
 #include "desktop/widgets/SpeedBar.h"
 #include "desktop/windows/AboutPanel.h"
+#include "desktop/windows/ExtrasMenu.h"
 #include "desktop/windows/FilePanelFrame.h"
 #include "forms/FileActions.h"
 #include "machine/Machine.h"
 #include "media/Cartridge.h"
 
 namespace quoll {
+
+namespace {
+
+constexpr int kLongestCaption = 260;  // pixels, of a menu entry that names a file
+
+}  // namespace
 
 MainWindow::MainWindow(FormKit& kitOfWindow)
     : FormWindow(kitOfWindow),
@@ -28,6 +35,7 @@ MainWindow::MainWindow(FormKit& kitOfWindow)
       picture(new PictureBox(host, m, inside)),
       files(new FilePanelFrame(host, m, inside)),
       about(new AboutPanel(host, m, inside)) {
+  AddExtrasMenu(*menus, host);
   escapeCloses = false;
   setAccessibleName("QUOLLEMU");
   setAcceptDrops(true);
@@ -35,10 +43,8 @@ MainWindow::MainWindow(FormKit& kitOfWindow)
   inside->installEventFilter(this);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
-  column->setMenuBar(menus);
+  column->setMenuBar(TopLine());
   column->addWidget(inside);
-  // Status and speed share the menu's line, so that the picture has the rest of the window.
-  menus->setCornerWidget(StatusAndSpeed());
   picture->setFocus();
   TakeOuterSize();
   host.messageParent = this;
@@ -48,36 +54,49 @@ MainWindow::~MainWindow() {
   if (host.messageParent == this) host.messageParent = nullptr;
 }
 
-QWidget* MainWindow::StatusAndSpeed() {
-  auto* corner = new QWidget(menus);
-  auto* row = new QHBoxLayout(corner);
-  row->setContentsMargins(0, 2, 6, 0);  // on the menus' base line
+// Status and speed share the menus' line, so that the picture has the rest of the window. The menus come
+// first, the status takes what is left.
+QWidget* MainWindow::TopLine() {
+  auto* line = new QWidget;
+  auto* both = new QHBoxLayout(line);
+  both->setContentsMargins(0, 0, 0, 0);
+  both->setSpacing(0);
+  menus->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+  both->addWidget(menus);
+  auto* rest = new QWidget;
+  rest->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  both->addWidget(rest, 1);
+
+  auto* row = new QHBoxLayout(rest);
+  row->setSizeConstraint(QLayout::SetNoConstraint);  // in a narrow window its end is cut off
+  row->setContentsMargins(4, 0, 6, 0);
   row->setSpacing(4);
-  PressLabel* status = kit.Label("Label1");
+  auto* status = new ElidedLabel;
+  NameWidget(status, "Label1", ToQt(CaptionOf(kit.binder.Ref("Label1"))));
+  kit.binder.Bind(kit.binder.Ref("Label1"), static_cast<QLabel*>(status));
   PressLabel* speedText = kit.Label("Text1");
-  // The menu bar gives its corner no more room later on: the longest text finds its own here.
-  status->setMinimumWidth(fontMetrics().horizontalAdvance("No sound device: Timer2"));
-  speedText->setMinimumWidth(fontMetrics().horizontalAdvance("000000"));
-  for (QLabel* label : {status, speedText}) label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  speedText->setFixedWidth(fontMetrics().horizontalAdvance("000000"));
+  for (QLabel* label : {static_cast<QLabel*>(status), static_cast<QLabel*>(speedText)})
+    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   auto* unit = new QLabel("MHz");
   NameWidget(unit, "Label5", tr("Unit of the speed"));
-  speedBar = new SpeedBar(corner);
+  speedBar = new SpeedBar(rest);
   row->addWidget(status, 1);
   row->addWidget(speedText);
   row->addWidget(unit);
   row->addWidget(speedBar);
-  return corner;
+  return line;
 }
 
 QAction* MainWindow::Action(std::string_view name) const { return menus->findChild<QAction*>(ToQt(name)); }
 
 void MainWindow::Appear() {
   FormWindow::Appear();
-  picture->setFocus();
+  if (!m.panel.window.visible && !m.frame2.window.visible) picture->setFocus();
 }
 
 void MainWindow::ShowRecord() {
-  Action("xUnloadCRT")->setText(ToQt(UnloadCaption(m)));
+  Action("xUnloadCRT")->setText(PlainCaption(ToQt(UnloadCaption(m)), fontMetrics(), kLongestCaption));
   files->Pull();
   about->Pull();
   if (m.screen.focusPicD) {
@@ -89,7 +108,9 @@ void MainWindow::ShowRecord() {
   picture->ShowPicture();
 }
 
+// A window that fills the screen keeps to that.
 void MainWindow::TakeOuterSize() {
+  if (isMaximized() || isFullScreen()) return;
   outerSize.Take(*this, kOuterSize, {kCanvasWidth, kCanvasHeight + menus->sizeHint().height()});
 }
 
@@ -112,15 +133,22 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
-  if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+  if (event->mimeData()->hasUrls() || event->mimeData()->hasText()) event->acceptProposedAction();
 }
 
+// All files, one after the other; a text is typed.
 void MainWindow::dropEvent(QDropEvent* event) {
   event->acceptProposedAction();
+  if (!event->mimeData()->hasUrls()) {
+    const std::string text = event->mimeData()->text().toStdString();
+    return host.Act(m, [&] { picture->TypeText(text); });
+  }
   for (const QUrl& url : event->mimeData()->urls()) {
-    if (!url.isLocalFile()) continue;
-    host.Act(m, [&] { OpenBySuffix(m, url.toLocalFile().toStdString()); });
-    break;
+    host.Act(m, [&] {
+      if (url.isLocalFile()) return OpenBySuffix(m, url.toLocalFile().toStdString());
+      host.MessageBox("Only files of this computer can be opened: " + url.toDisplayString().toStdString(),
+                      kProgramName, MessageIcon::Exclamation);
+    });
   }
 }
 

@@ -43,7 +43,7 @@ class MainWindow : public FormWindow {
   void dropEvent(QDropEvent* event) override;
 
  private:
-  QWidget* StatusAndSpeed();
+  QWidget* TopLine();
   void TakeOuterSize();
   void LayOut();
 

@@ -7,25 +7,14 @@
 #include <vector>
 
 #include "display/Compose.h"
+#include "testkit/GreyBox.h"
 
 namespace quoll {
 namespace {
 
-constexpr int32_t kRedBorder = 0x0000FF, kBlueBorder = 0xFF0000;
-constexpr Pixel kRed = 0xFFFF0000U, kBlue = 0xFF0000FFU, kGrey = 0xFF404040U;
+using test::GreyBox;
 
-// A grey box on a red border whose last band is blue.
-Picture Plain(int32_t left, int32_t top, int32_t width, int32_t height) {
-  Picture picture;
-  picture.Left = left;
-  picture.Top = top;
-  picture.Width = width;
-  picture.Height = height;
-  picture.ScreenBits.assign(static_cast<size_t>(width) * height * 4, 0x40);
-  picture.Border.assign(Palette::kBands, kRedBorder);
-  picture.Border.back() = kBlueBorder;
-  return picture;
-}
+constexpr Pixel kRed = 0xFFFF0000U, kBlue = 0xFF0000FFU, kGrey = 0xFF404040U;
 
 std::array<Pixel, kWindowWidth> Row(const Picture& picture, int32_t row) {
   std::array<Pixel, kWindowWidth> pixels{};
@@ -36,7 +25,7 @@ std::array<Pixel, kWindowWidth> Row(const Picture& picture, int32_t row) {
 Pixel At(const Picture& picture, int32_t x, int32_t y) { return Row(picture, y)[static_cast<size_t>(x)]; }
 
 TEST(Compose, BandsOfTwoRows) {
-  const Picture picture = Plain(0, 0, 0, 0);
+  const Picture picture = GreyBox(0, 0, 0, 0);
   EXPECT_EQ(kWindowHeight, 576);
   for (const auto& [row, colour] :
        {std::pair(-5, kRed), {0, kRed}, {573, kRed}, {574, kBlue}, {575, kBlue}, {900, kBlue}})
@@ -48,7 +37,7 @@ TEST(Compose, BandsOfTwoRows) {
 }
 
 TEST(Compose, TheBoxCoversTheBorder) {
-  const Picture picture = Plain(64, 40, 512, 480);
+  const Picture picture = GreyBox(64, 40, 512, 480);
   EXPECT_EQ(At(picture, 63, 40), kRed);
   EXPECT_EQ(At(picture, 64, 40), kGrey);
   EXPECT_EQ(At(picture, 575, 519), kGrey);
@@ -60,7 +49,7 @@ TEST(Compose, TheBoxCoversTheBorder) {
 TEST(Compose, BoxesPartlyAndFarOutside) {
   constexpr int32_t kFar = 2'000'000'000;
   for (const auto& [left, top] : {std::pair{-100, -50}, {600, 560}, {kFar, 0}, {-kFar, -kFar}, {0, kFar}}) {
-    const Picture picture = Plain(left, top, 512, 480);
+    const Picture picture = GreyBox(left, top, 512, 480);
     for (const auto& [x, y] : {std::pair{0, 0}, {639, 571}, {320, 288}, {639, 0}, {0, 570}}) {
       const bool inside =
           x >= int64_t{left} && x < int64_t{left} + 512 && y >= int64_t{top} && y < int64_t{top} + 480;
@@ -70,14 +59,14 @@ TEST(Compose, BoxesPartlyAndFarOutside) {
 }
 
 TEST(Compose, PlainPixelsAreBlueGreenRed) {
-  Picture picture = Plain(10, 20, 8, 4);
+  Picture picture = GreyBox(10, 20, 8, 4);
   const std::array<uint8_t, 4> bytes{0x11, 0x22, 0x33, 0x00};
   std::copy(bytes.begin(), bytes.end(), picture.ScreenBits.begin() + (8 * 2 + 7) * 4);
   EXPECT_EQ(At(picture, 17, 22), 0xFF332211U);
 }
 
 TEST(Compose, DibRowsOfAnOddWidth) {
-  Picture picture = Plain(0, 0, 8, 4);
+  Picture picture = GreyBox(0, 0, 8, 4);
   picture.shownFromDib = true;
   picture.DibWidth = 12;
   picture.DibHeight = 4;
@@ -90,7 +79,7 @@ TEST(Compose, DibRowsOfAnOddWidth) {
 
 // The box is there before all of it has been drawn.
 TEST(Compose, WhatIsNotDrawnIsBlack) {
-  Picture picture = Plain(0, 0, 512, 480);
+  Picture picture = GreyBox(0, 0, 512, 480);
   picture.ScreenBits.resize(2048 * 10 + 5);
   EXPECT_EQ(DrawnPicture(picture).height, 10);
   EXPECT_EQ(At(picture, 0, 9), kGrey);
@@ -109,7 +98,7 @@ TEST(Compose, WhatIsNotDrawnIsBlack) {
 }
 
 TEST(Compose, TheWholeWindowAsBytes) {
-  const Picture picture = Plain(64, 40, 512, 480);
+  const Picture picture = GreyBox(64, 40, 512, 480);
   const std::vector<uint8_t> bytes = ComposeWindow(picture);
   ASSERT_EQ(bytes.size(), 640U * 576 * 3);
   for (int32_t y = 0; y < kWindowHeight; ++y) {

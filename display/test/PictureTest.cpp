@@ -18,7 +18,10 @@ struct PictureCase : testing::Test {
   TestMachine machine;
   Machine& m = *machine;
 
-  void SetUp() override { SetCrtc(m, 64, 60, 0, 0); }
+  void SetUp() override {
+    SetCrtc(m, 64, 60, 0, 0);
+    m.screen.xScreenDIB = false;
+  }
 
   void Draw(int mode) {
     m.PortShadow[6] = static_cast<uint8_t>(mode);

@@ -231,32 +231,28 @@ TEST_F(AsseBench, TheNumberConverterWantsEnter) {
   struct Row {
     const char *typed, *decimal, *hex;
   };
+  const auto check = [this](const char* from, const char* to, const Row& row) {
+    form.Text5 = form.Text6 = "?";
+    Type(from, row.typed);
+    EXPECT_EQ(std::string_view(to) == "Text5" ? form.Text5 : form.Text6, "?");
+    Enter(from);
+    EXPECT_EQ(form.Text5, row.decimal);
+    EXPECT_EQ(form.Text6, row.hex);
+  };
   for (const Row& row : {Row{"255", "255", "FF"},
                          {" 007x", "7", "7"},
                          {"10", "10", "A"},
                          {"x", "0", "0"},
                          {"65536", "65536", "10000"},
                          {"-1", "-1", "FFFFFFFF"},
-                         {"2.5", "2", "2"}}) {
-    form.Text6 = "?";
-    Type("Text5", row.typed);
-    EXPECT_EQ(form.Text6, "?");
-    Enter("Text5");
-    EXPECT_EQ(form.Text5, row.decimal);
-    EXPECT_EQ(form.Text6, row.hex);
-  }
+                         {"2.5", "2", "2"}})
+    check("Text5", "Text6", row);
   Type("Text5", "99999999999");
   Enter("Text5");
   EXPECT_EQ(form.Text5, "99999999999");
 
-  for (const Row& row : {Row{"ff", "255", "ff"}, {"2710", "10000", "2710"}, {"FFFFFFFF", "-1", "FFFFFFFF"}}) {
-    form.Text5 = "?";
-    Type("Text6", row.typed);
-    EXPECT_EQ(form.Text5, "?");
-    Enter("Text6");
-    EXPECT_EQ(form.Text5, row.decimal);
-    EXPECT_EQ(form.Text6, row.hex);
-  }
+  for (const Row& row : {Row{"ff", "255", "ff"}, {"2710", "10000", "2710"}, {"FFFFFFFF", "-1", "FFFFFFFF"}})
+    check("Text6", "Text5", row);
   Type("Text6", "5g");
   Enter("Text6");
   EXPECT_EQ(form.Text5, "-1");  // no number: nothing happens

@@ -1,4 +1,7 @@
 // What the tables of the six chips' windows hold, and how the main window's menu shows them.
+#include <map>
+#include <sstream>
+
 #include "forms/test/ChipBench.h"
 
 namespace quoll::test {
@@ -8,99 +11,98 @@ namespace {
 struct ChipWindowsTest : ChipBench {};
 
 struct Row {
-  const char* form;
-  const char* name;
+  std::string form, name;
   ControlKind kind;
   int count;
-  const char* caption;  // of the first one of an array; nullptr: any
+  std::string caption;  // of the first one of an array; empty: any
 };
 
-constexpr Row kRows[] = {
-    {"Fsaa", "Check2", ControlKind::Check, 0, "Manual"},
-    {"Fsaa", "Check10", ControlKind::Check, 0, "Circuit"},
-    {"Fsaa", "Check11", ControlKind::Check, 0, "patch"},
-    {"Fsaa", "Check12", ControlKind::Check, 0, "patch"},
-    {"Fsaa", "Check1", ControlKind::Check, 6, "Enable Freq"},
-    {"Fsaa", "Check3", ControlKind::Check, 6, "Enable Noise"},
-    {"Fsaa", "HScroll1", ControlKind::Scroll, 6, nullptr},
-    {"Fsaa", "HScroll2", ControlKind::Scroll, 6, nullptr},
-    {"Fsaa", "HScroll3", ControlKind::Scroll, 6, nullptr},
-    {"Fsaa", "HScroll4", ControlKind::Scroll, 6, nullptr},
-    {"Fsaa", "Check4", ControlKind::Check, 2, "Inverse R"},
-    {"Fsaa", "Check5", ControlKind::Check, 2, "3 Bit"},
-    {"Fsaa", "Check6", ControlKind::Check, 2, "External clock"},
-    {"Fsaa", "Check7", ControlKind::Check, 2, "Enable envelope"},
-    {"Fsaa", "HScroll6", ControlKind::Scroll, 2, nullptr},
-    {"Fsaa", "Check8", ControlKind::Check, 0, "All out enable"},
-    {"Fsaa", "Check9", ControlKind::Check, 0, "Reset"},
-    {"Fsaa", "Command1", ControlKind::Button, 0, "Record"},
-    {"Fsaa", "Label8", ControlKind::Label, 0, nullptr},
-    {"Fsaa", "Label9", ControlKind::Label, 0, nullptr},
-    {"Fsaa", "Label11", ControlKind::Label, 0, nullptr},
-    {"Fsaa", "Pic1", ControlKind::Scope, 6, nullptr},
-    {"Fsaa", "Timer1", ControlKind::Timer, 0, nullptr},
-    {"FSN76489", "Check1", ControlKind::Check, 0, "Circuit"},
-    {"FSN76489", "Check2", ControlKind::Check, 0, "Periodic Noise "},
-    {"FSN76489", "Check3", ControlKind::Check, 0, "Manual"},
-    {"FSN76489", "HScroll3", ControlKind::Scroll, 3, nullptr},
-    {"FSN76489", "HScroll4", ControlKind::Scroll, 4, nullptr},
-    {"FSN76489", "Label6", ControlKind::Label, 3, nullptr},
-    {"FSN76489", "Pic1", ControlKind::Scope, 4, nullptr},
-    {"FSN76489", "Timer1", ControlKind::Timer, 0, nullptr},
-    {"FYM3812", "Check1", ControlKind::Check, 9, nullptr},
-    {"FYM3812", "Check2", ControlKind::Check, 4, "KSR"},
-    {"FYM3812", "Check3", ControlKind::Check, 0, "Direct I/O port:"},
-    {"FYM3812", "Text2", ControlKind::Text, 0, nullptr},
-    {"FYM3812", "Label1", ControlKind::Label, 246, "00"},
-    {"FYM3812", "Text1", ControlKind::Text, 0, nullptr},
-    {"FYM3812", "HScroll1", ControlKind::Scroll, 8, nullptr},
-    {"FYM3812", "Command1", ControlKind::Button, 0, nullptr},
-    {"FYM3812", "Pic1", ControlKind::Scope, 9, nullptr},
-    {"FYM3812", "Timer1", ControlKind::Timer, 0, nullptr},
-    {"FYM2413", "Check7", ControlKind::Check, 9, nullptr},
-    {"FYM2413", "Label1", ControlKind::Label, 64, "00"},
-    {"FYM2413", "Pic1", ControlKind::Scope, 9, nullptr},
-    {"FYM2413", "Timer1", ControlKind::Timer, 0, nullptr},
-    {"FSID", "Check1", ControlKind::Check, 0, "High Pass"},
-    {"FSID", "Check2", ControlKind::Check, 0, "Low Pass"},
-    {"FSID", "Check3", ControlKind::Check, 0, "Butterfly Pass"},
-    {"FSID", "HScroll1", ControlKind::Scroll, 0, nullptr},
-    {"FSID", "HScroll2", ControlKind::Scroll, 0, nullptr},
-    {"FSID", "HScroll3", ControlKind::Scroll, 0, nullptr},
-    {"FSID", "Text1", ControlKind::Text, 0, nullptr},
-    {"FSID", "Check4", ControlKind::Check, 0, "Wobbler"},
-    {"FSID", "Check5", ControlKind::Check, 0, nullptr},
-    {"FSID", "Label15", ControlKind::Label, 0, nullptr},
-    {"FSID", "PIC2", ControlKind::Scope, 0, nullptr},
-    {"FSID", "Check6", ControlKind::Check, 0, "ADSR On"},
-    {"FSID", "Check7", ControlKind::Check, 0, "Filter On"},
-    {"FSID", "Check8", ControlKind::Check, 0, "Exp"},
-    {"FSID", "Check9", ControlKind::Check, 3, nullptr},
-    {"FSID", "Check10", ControlKind::Check, 0, "Ring On"},
-    {"FSID", "HScroll4", ControlKind::Scroll, 0, nullptr},
-    {"FSID", "HScroll5", ControlKind::Scroll, 0, nullptr},
-    {"FSID", "HScroll6", ControlKind::Scroll, 0, nullptr},
-    {"FSID", "Option1", ControlKind::Option, 0, "No File"},
-    {"FSID", "Option2", ControlKind::Option, 0, "SIDX"},
-    {"FSID", "Option3", ControlKind::Option, 0, "DMP"},
-    {"FSID", "File1", ControlKind::List, 0, nullptr},
-    {"FSID", "Text2", ControlKind::Text, 0, nullptr},
-    {"FSID", "Text3", ControlKind::Text, 0, nullptr},
-    {"FSID", "Command1", ControlKind::Button, 0, nullptr},
-    {"FSID", "Label25", ControlKind::Label, 0, nullptr},
-    {"FSID", "Label26", ControlKind::Label, 0, nullptr},
-    {"FSID", "Pic1", ControlKind::Scope, 3, nullptr},
-    {"T8910", "Label1", ControlKind::Label, 16, nullptr},
-    {"T8910", "Pic1", ControlKind::Scope, 5, nullptr},
-};
+// Form, kind, and its controls: "*" says how many there are in an array, "=" the caption.
+constexpr std::string_view kTables = R"(
+Fsaa Check: Check2=Manual|Check10=Circuit|Check11=patch|Check12=patch|Check1*6=Enable Freq
+Fsaa Check: Check3*6=Enable Noise
+Fsaa Scroll: HScroll1*6|HScroll2*6|HScroll3*6|HScroll4*6
+Fsaa Check: Check4*2=Inverse R|Check5*2=3 Bit|Check6*2=External clock|Check7*2=Enable envelope
+Fsaa Scroll: HScroll6*2
+Fsaa Check: Check8=All out enable|Check9=Reset
+Fsaa Button: Command1=Record
+Fsaa Label: Label8|Label9|Label11
+Fsaa Scope: Pic1*6
+Fsaa Timer: Timer1
+FSN76489 Check: Check1=Circuit|Check2=Periodic Noise |Check3=Manual
+FSN76489 Scroll: HScroll3*3|HScroll4*4
+FSN76489 Label: Label6*3
+FSN76489 Scope: Pic1*4
+FSN76489 Timer: Timer1
+FYM3812 Check: Check1*9|Check2*4=KSR|Check3=Direct I/O port:
+FYM3812 Text: Text2
+FYM3812 Label: Label1*246=00
+FYM3812 Text: Text1
+FYM3812 Scroll: HScroll1*8
+FYM3812 Button: Command1
+FYM3812 Scope: Pic1*9
+FYM3812 Timer: Timer1
+FYM2413 Check: Check7*9
+FYM2413 Label: Label1*64=00
+FYM2413 Scope: Pic1*9
+FYM2413 Timer: Timer1
+FSID Check: Check1=High Pass|Check2=Low Pass|Check3=Butterfly Pass
+FSID Scroll: HScroll1|HScroll2|HScroll3
+FSID Text: Text1
+FSID Check: Check4=Wobbler|Check5
+FSID Label: Label15
+FSID Scope: PIC2
+FSID Check: Check6=ADSR On|Check7=Filter On|Check8=Exp|Check9*3|Check10=Ring On
+FSID Scroll: HScroll4|HScroll5|HScroll6
+FSID Option: Option1=No File|Option2=SIDX|Option3=DMP
+FSID List: File1
+FSID Text: Text2|Text3
+FSID Button: Command1
+FSID Label: Label25|Label26
+FSID Scope: Pic1*3
+T8910 Label: Label1*16
+T8910 Scope: Pic1*5
+)";
+
+std::string Cut(std::string& text, char end) {
+  const size_t at = text.find(end);
+  std::string part = text.substr(0, at);
+  text.erase(0, at == std::string::npos ? at : at + 1);
+  return part;
+}
+
+std::vector<Row> Rows() {
+  const std::map<std::string, ControlKind> kinds{
+      {"Check", ControlKind::Check}, {"Option", ControlKind::Option}, {"Text", ControlKind::Text},
+      {"Label", ControlKind::Label}, {"Button", ControlKind::Button}, {"Scroll", ControlKind::Scroll},
+      {"List", ControlKind::List},   {"Scope", ControlKind::Scope},   {"Timer", ControlKind::Timer}};
+  std::vector<Row> rows;
+  std::istringstream tables{std::string(kTables)};
+  for (std::string line; std::getline(tables, line);) {
+    if (line.empty()) continue;
+    const std::string form = Cut(line, ' '), kind = Cut(line, ':');
+    line.erase(0, 1);
+    while (!line.empty()) {
+      std::string caption = Cut(line, '|');
+      std::string count = Cut(caption, '=');
+      const std::string name = Cut(count, '*');
+      rows.push_back({form, name, kinds.at(kind), count.empty() ? 0 : std::stoi(count), caption});
+    }
+  }
+  return rows;
+}
+
+const std::vector<Row> kRows = Rows();
+
+ControlRef ControlOf(const Row& row, int index = 0) { return TheControl(row.form, row.name, index); }
 
 TEST_F(ChipWindowsTest, EveryControlIsInItsTable) {
   for (const Row& row : kRows) {
     SCOPED_TRACE(testing::Message() << row.form << '.' << row.name);
-    const ControlRef ref = TheControl(row.form, row.name);
+    const ControlRef ref = ControlOf(row);
     EXPECT_EQ(ref.control->kind, row.kind);
     EXPECT_EQ(ref.control->count, row.count);
-    if (row.caption != nullptr) {
+    if (!row.caption.empty()) {
       EXPECT_EQ(CaptionOf(ref), row.caption);
     }
     // What the user can reach has a name for those who can't see it.
@@ -111,17 +113,14 @@ TEST_F(ChipWindowsTest, EveryControlIsInItsTable) {
 }
 
 TEST_F(ChipWindowsTest, BoxesAtTheStart) {
-  const auto ticked = [this](const char* form, const char* name, int index = 0) {
-    return *FieldOf<bool>(m, TheControl(form, name, index));
-  };
   for (const Row& row : kRows) {
     if (row.kind != ControlKind::Check && row.kind != ControlKind::Option) continue;
-    const std::string name = std::string(row.form) + '.' + row.name;
+    const std::string name = row.form + '.' + row.name;
     const bool expected = name == "FYM3812.Check1" || name == "FYM2413.Check7" || name == "FSID.Check9" ||
                           name == "FSID.Check6" || name == "FSID.Check7" || name == "FSID.Check10" ||
                           name == "FSID.Option1";
     for (int i = 0; i < std::max(1, row.count); ++i)
-      EXPECT_EQ(ticked(row.form, row.name, i), expected) << name << ' ' << i;
+      EXPECT_EQ(*FieldOf<bool>(m, ControlOf(row, i)), expected) << name << ' ' << i;
   }
 }
 
@@ -131,8 +130,8 @@ TEST_F(ChipWindowsTest, BoxesCanBeTicked) {
     SCOPED_TRACE(testing::Message() << row.form << '.' << row.name);
     for (int i = 0; i < std::max(1, row.count); ++i) {
       for (const bool on : {true, false, true}) {
-        Tick(row.form, row.name, on, i);
-        EXPECT_EQ(*FieldOf<bool>(m, TheControl(row.form, row.name, i)), on) << i;
+        SetTick(m, ControlOf(row, i), on);
+        EXPECT_EQ(*FieldOf<bool>(m, ControlOf(row, i)), on) << i;
       }
     }
   }
@@ -222,16 +221,16 @@ TEST_F(ChipWindowsTest, ScopesHoldHalfAFrame) {
     if (row.kind != ControlKind::Scope || row.count == 0) continue;
     for (int i = 0; i < row.count; ++i) {
       SCOPED_TRACE(testing::Message() << row.form << '.' << row.name << ' ' << i);
-      const Trace& scope = Scope(row.form, row.name, i);
+      const Trace& scope = *FieldOf<Trace>(m, ControlOf(row, i));
       ASSERT_EQ(scope.y.size(), 221U);
       EXPECT_TRUE(scope.x.empty());
       EXPECT_EQ(scope.X(220), 220);
-      EXPECT_EQ(scope.drawings, std::string(row.form) == "FSID" ? 5U : 1U);
-      const bool cyan = std::string(row.form) == "T8910" && i >= 3;
+      EXPECT_EQ(scope.drawings, row.form == "FSID" ? 5U : 1U);
+      const bool cyan = row.form == "T8910" && i >= 3;
       EXPECT_EQ(scope.colour, cyan ? 16776960 : 65280);
       for (const float y : scope.y) EXPECT_TRUE(y >= 0 && y <= kScopeHeight) << y;
       const auto [lowest, highest] = std::ranges::minmax(scope.y);
-      const bool flat = std::string(row.form) == "T8910" && i == 4;  // no envelope is at work
+      const bool flat = row.form == "T8910" && i == 4;  // no envelope is at work
       EXPECT_EQ(highest > lowest, !flat);
     }
   }
@@ -241,9 +240,10 @@ TEST_F(ChipWindowsTest, ASilentCardDrawsNothing) {
   for (int block = 0; block < 3; ++block) Block();
   for (const Row& row : kRows) {
     if (row.kind != ControlKind::Scope) continue;
-    for (int i = 0; i < std::max(1, row.count); ++i)
-      EXPECT_EQ(Scope(row.form, row.name, i), Trace{.colour = Scope(row.form, row.name, i).colour})
-          << row.form << ' ' << i;
+    for (int i = 0; i < std::max(1, row.count); ++i) {
+      const Trace& scope = *FieldOf<Trace>(m, ControlOf(row, i));
+      EXPECT_EQ(scope, Trace{.colour = scope.colour}) << row.form << ' ' << i;
+    }
   }
 }
 

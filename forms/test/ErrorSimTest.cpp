@@ -125,6 +125,7 @@ TEST_F(ErrorRedraw, NoMaskOrNotEnabled) {
 }
 
 TEST_F(ErrorRedraw, AllBitsOneFillTheScreenAtOnce) {
+  m.screen.xScreenDIB = false;
   m.errorsim = Sim(255, kOne);
   m.errorsim.Check1 = true;
   m.PortShadow[6] = 2;

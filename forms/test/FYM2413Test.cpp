@@ -56,7 +56,7 @@ TEST_F(FYM2413Test, LabelsSayWhatTheChannelsPlay) {
   OutRegister(0x3C, 0x14, 0x20);
   OutRegister(0x3C, 0x24, 0x1B);  // key, block 5, 0x120 = 288
   RunTimer(kForm);
-  EXPECT_EQ(Text(kForm, "Label3", 4), "433");  // 288 x 32 / 21.276595 = 433.15
+  EXPECT_EQ(Text(kForm, "Label3", 4), "866");  // 288 x 32 / 21.276595 = 433.15, heard at twice that
   EXPECT_EQ(Text(kForm, "Label5", 4), "on");
   EXPECT_EQ(Text(kForm, "Label5", 5), "off");
 }

@@ -34,8 +34,13 @@ TEST_F(FileActionsTest, EachKindStandsOnce) {
     EXPECT_NE(action.open, nullptr) << action.pattern;
     EXPECT_EQ(FindFileAction(action.pattern), &action);
   }
-  for (const auto& [pattern, saved] : std::map<std::string_view, bool>{
-           {"*.cas", true}, {"*.tvs", true}, {"*.crt", false}, {"*.tim", false}, {"*.wav", false}}) {
+  for (const auto& [pattern, saved] : std::map<std::string_view, bool>{{"*.cas", true},
+                                                                       {"*.tvs", true},
+                                                                       {"*.crt", false},
+                                                                       {"*.tim", false},
+                                                                       {"*.wav", false},
+                                                                       {"*.asm", false},
+                                                                       {"*.tvcasm", false}}) {
     ASSERT_TRUE(kinds.contains(pattern)) << pattern;
     EXPECT_EQ(kinds[pattern], saved) << pattern;
   }
@@ -95,6 +100,16 @@ TEST_F(FileActionsTest, TheSuffixChoosesWhateverItsLetters) {
   WriteAll("a.b.Cas", cassette);
   OpenBySuffix(m, "a.b.Cas");
   EXPECT_EQ(m.MemImage[0x19EF], 0x77);
+  EXPECT_TRUE(host.messages.empty());
+}
+
+TEST_F(FileActionsTest, ASourceComesWithItsWindow) {
+  WriteAll("one.ASM", {'n', 'o', 'p'});
+  OpenBySuffix(m, Path("one.ASM"));
+  EXPECT_TRUE(m.asse.window.visible);
+  EXPECT_TRUE(m.asse.window.raise);
+  EXPECT_EQ(m.asse.source.RText1, "nop");
+  EXPECT_EQ(m.asse.files.Text16, "one.ASM");
   EXPECT_TRUE(host.messages.empty());
 }
 

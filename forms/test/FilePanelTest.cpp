@@ -5,6 +5,7 @@
 
 #include "forms/FilePanel.h"
 #include "forms/Forms.h"
+#include "media/Snapshot.h"
 #include "testkit/FolderTest.h"
 
 namespace quoll::test {
@@ -243,11 +244,94 @@ TEST_F(FilePanelTest, ASavedCassetteTakesTheBoxesNumbers) {
   EXPECT_FALSE(panel.window.visible);
 }
 
+// The panel stays for another name, with the one that was typed.
 TEST_F(FilePanelTest, ASaveThatFailsIsToldInABox) {
   Click("xSaveSnap");
+  panel.window.raise = false;
   const ReadOnlyFolder readOnly(folder);
   Type("Text3", "a", true);
   ExpectBox(Path("a.tvs"), "Permission denied");
+  EXPECT_TRUE(panel.window.visible);
+  EXPECT_TRUE(panel.window.raise);
+  EXPECT_EQ(panel.Text3, "a");
+  EXPECT_FALSE(m.screen.focusPicD);
+}
+
+TEST_F(FilePanelTest, AFileThatIsNotValidLeavesThePanel) {
+  WriteAll("a.tvs", {1, 2, 3});
+  Click("xLoadSnap");
+  Type("Text3", "a", true);
+  ASSERT_EQ(host.messages.size(), 1U);
+  EXPECT_EQ(host.messages[0].text, "Snapshot not valid!");
+  EXPECT_TRUE(panel.window.visible);
+  EXPECT_EQ(panel.Text3, "a");
+}
+
+// Whatever the panel was opened for: a snapshot is never taken for a program.
+TEST_F(FilePanelTest, AFileOfAnotherKindOpensAsThatKind) {
+  m.MemImage[0x3000] = 0x77;
+  ASSERT_TRUE(SaveSnapshot(m, Path("Snap.TVS")));
+  m.MemImage[0x3000] = 0;
+  const uint8_t before = m.MemImage[0x19EF];
+  Click("xLoadCAS");
+  Type("Text5", "*", true);
+  Choose("Snap.TVS");
+  Click("Command2");
+  EXPECT_EQ(m.MemImage[0x3000], 0x77);
+  EXPECT_EQ(Loaded(), before);
+  m.MemImage[0x3000] = 0;
+  Click("xLoadTim");
+  Type("Text3", "Snap.TVS", true);
+  EXPECT_EQ(m.MemImage[0x3000], 0x77);
+  Cassette("prog.cas", 9);
+  Click("xLoadSnap");
+  Type("Text3", "prog.cas", true);
+  EXPECT_EQ(Loaded(), 9);
+  EXPECT_TRUE(host.messages.empty());
+}
+
+TEST_F(FilePanelTest, ATypedFolderIsWalkedInto) {
+  fs::create_directories("inside/deeper");
+  Cassette("inside/one.cas", 1);
+  for (const char* entry : {"xLoadCAS", "xSaveCAS"}) {
+    Click(entry);
+    Type("Text3", "inside", true);
+    EXPECT_EQ(panel.location, Path("inside"));
+    EXPECT_EQ(panel.Text3, "");
+    EXPECT_EQ(panel.File1.entries, List{"one.cas"});
+    Type("Text3", "./deeper/", true);
+    EXPECT_EQ(panel.location, Path("inside/deeper"));
+    Type("Text3", "..", true);
+    EXPECT_EQ(panel.location, Path("inside"));
+    Type("Text3", ".", true);
+    EXPECT_EQ(panel.location, Path("inside"));
+    Type("Text3", folder.string() + "/", true);
+    EXPECT_EQ(panel.location, folder.string());
+    EXPECT_TRUE(panel.window.visible);
+    EXPECT_EQ(panel.error, "");
+  }
+  EXPECT_EQ(NamesIn("inside"), (List{"deeper", "one.cas"}));
+  EXPECT_EQ(Names(), List{"inside"});
+}
+
+TEST_F(FilePanelTest, ANameThatEndsInASlashIsNoFile) {
+  for (const char* entry : {"xSaveCAS", "xSaveSnap", "xLoadCRT"}) {
+    Click(entry);
+    Type("Text3", "sub/", true);
+    EXPECT_EQ(panel.error, "sub/: there is no such folder");
+    EXPECT_EQ(panel.Text3, "sub/");
+    EXPECT_TRUE(panel.window.visible);
+  }
+  EXPECT_TRUE(Names().empty());
+}
+
+// An entry chosen before may have asked for the keyboard to go to the picture.
+TEST_F(FilePanelTest, TheKeyboardIsThePanels) {
+  Click("xSound");
+  EXPECT_TRUE(m.screen.focusPicD);
+  Click("xLoadCAS");
+  EXPECT_FALSE(m.screen.focusPicD);
+  EXPECT_TRUE(panel.window.raise);
 }
 
 TEST_F(FilePanelTest, TakingTheCartridgeOutHidesIt) {

@@ -58,6 +58,19 @@ class Screen : public testing::Test {
   TestHost& host = m.host;
 };
 
+// A save without a dialog says where its file is.
+TEST_F(Screen, TheStatusSaysWhereAFileWent) {
+  const TempFolder there;
+  const WorkingIn working(there.path);
+  for (const auto& [entry, file] : {std::pair("xSaveScreen", "screen.bin"), {"xMemDump", "ramdump.bin"}}) {
+    Click(entry);
+    EXPECT_EQ(m->screen.Label1, "Saved: " + there.Path(file));
+  }
+  m->screen.Label1.clear();
+  Click("xSvaMEX4");  // there is no such cartridge
+  EXPECT_EQ(m->screen.Label1, "");
+}
+
 struct Entry {
   std::string menu, name, caption;
   bool operator==(const Entry&) const = default;
@@ -133,11 +146,10 @@ TEST(Menu, StandsInItsOrder) {
 
 TEST_F(Screen, StartsWithItsDefaults) {
   const std::map<std::string, bool> expected{
-      {"xio0", false},      {"xio1", false},     {"xio2", false},       {"xio3", false},
-      {"xScreenBW", false}, {"xSound", true},    {"xScreenDIB", false}, {"xScreenNoise", false},
-      {"xUnDoc", true},     {"xNoError", false}, {"x32KB", false},      {"xBasic", true},
-      {"xS1", false},       {"xS2", false},      {"xS3", true},         {"xS4", false},
-      {"xS5", false},       {"xS6", false},
+      {"xio0", false},  {"xio1", false},      {"xio2", false},         {"xio3", false},  {"xScreenBW", false},
+      {"xSound", true}, {"xScreenDIB", true}, {"xScreenNoise", false}, {"xUnDoc", true}, {"xNoError", false},
+      {"x32KB", false}, {"xBasic", true},     {"xS1", false},          {"xS2", false},   {"xS3", true},
+      {"xS4", false},   {"xS5", false},       {"xS6", false},
   };
   EXPECT_EQ(Ticks(), expected);
 }

@@ -3,7 +3,9 @@
 #include "forms/Forms.h"
 #include "forms/TVCmon.h"
 #include "loop/RunLoop.h"
+#include "loop/Start.h"
 #include "machine/Machine.h"
+#include "testkit/Files.h"
 #include "testkit/TestMachine.h"
 
 namespace quoll::test {
@@ -23,6 +25,36 @@ TEST(TVCmon, ControlsReachTheirOwnFields) {
   for (size_t i = 0; i < 3; ++i) {
     EXPECT_EQ(FieldOf<bool>(*m, TheControl("TVCmon", names[i])), fields[i]);
   }
+}
+
+// Where the files can't be made, nothing is recorded and nothing says so.
+TEST(TVCmon, RecordGoesOffWhenItCantBegin) {
+  const TempFolder folder;
+  const WorkingIn there(folder.path);
+  std::filesystem::create_directories("save.wav/held");
+  TestMachine m;
+  SetTick(*m, TheControl("TVCmon", "Check1"), true);
+  EXPECT_FALSE(m->tvcmon.Check1);
+  EXPECT_EQ(m.host.messages.size(), 1U);
+  EXPECT_EQ(m->tape.record.file, "");
+  std::filesystem::remove_all("save.wav");
+  SetTick(*m, TheControl("TVCmon", "Check1"), true);
+  EXPECT_TRUE(m->tvcmon.Check1);
+}
+
+// The end of the program is the end of the recording: the headers have their lengths.
+TEST(TVCmon, WhatIsRecordedIsFinishedAtTheEnd) {
+  const TempFolder folder;
+  const WorkingIn there(folder.path);
+  TestMachine m;
+  SetTick(*m, TheControl("TVCmon", "Check1"), true);
+  for (int i = 0; i < 10; ++i) TapeWriteEdge(m->tape, 800 * i);
+  StopMachine(*m);
+  const Bytes save = ReadAll("save.wav");
+  ASSERT_GT(save.size(), 50U);
+  const auto number = [&](size_t at) { return save[at] + 256U * save[at + 1]; };
+  EXPECT_EQ(number(4), save.size());
+  EXPECT_EQ(number(40), save.size() - 44);
 }
 
 // The tone counter runs out at the first pass: the interrupt flag, which is low when raised, follows the box.

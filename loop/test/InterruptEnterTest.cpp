@@ -49,6 +49,7 @@ TEST(Z80Interrupt, EntryInModes0And2StopsWithAMessage) {
     EXPECT_EQ(b.OnStack(), 0x2211);
     EXPECT_EQ(b.Taken(), 0);
     EXPECT_EQ(b.run.CpuRunning, 0);
+    EXPECT_EQ(b.run.CpuError, 1);
     ASSERT_EQ(b.host.messages.size(), 1U);
     EXPECT_EQ(b.host.messages[0].text, "IM MODE 0 or 2 not allowed!");
   }

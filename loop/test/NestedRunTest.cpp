@@ -46,6 +46,35 @@ TEST(NestedRunTest, StepInsideARunEndsIt) {
   EXPECT_EQ(m->run.PcHistory[7], 0);
 }
 
+TEST(NestedRunTest, TheLoopsOnTheStackAreCounted) {
+  TestMachine m = PumpedMachine();
+  int outer = 0, inner = 0;
+  EXPECT_EQ(m->loops, 0);
+  m.host.onPump = [&](Machine& machine) {
+    int& seen = outer == 0 ? outer : inner;
+    seen = machine.loops;
+    if (&seen == &inner) throw ProgramEnd{};
+    machine.run.FrameClock = machine.run.Cycles = 62497;
+    m.host.ticks += 1000;
+    RunOn(machine);
+  };
+  EXPECT_TRUE(EndsProgram([&] { RunOn(*m); }));
+  EXPECT_EQ(outer, 1);
+  EXPECT_EQ(inner, 2);
+  EXPECT_EQ(m->loops, 0);
+}
+
+// An error of the processor is remembered until it runs again; a single step does not count.
+TEST(NestedRunTest, AProcessorErrorIsRememberedUntilARun) {
+  TestMachine m;
+  m->run.CpuError = 1;
+  Step(*m);
+  EXPECT_EQ(m->run.CpuError, 1);
+  m.host.framesAllowed = 1;
+  RunOn(*m);
+  EXPECT_EQ(m->run.CpuError, 0);
+}
+
 TEST(NestedRunTest, PauseInThePumpEndsTheRun) {
   TestMachine m = PumpedMachine();
   m.host.onPump = [](Machine& machine) { Click(machine, "xS1"); };

@@ -2,8 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <string_view>
+#include <vector>
 
 #include "testkit/TestMachine.h"
+#include "z80/Z80Fields.h"
 
 namespace quoll::test {
 
@@ -100,6 +103,40 @@ TEST(RangeTest, AnyRefreshCounter) {
       Put(*m, 0x1001, {0xFD, 0xF3});
       RunOrStep(*m, inARun, 1);
       EXPECT_EQ(m->z80.R, Wrap(int64_t{value} + 1) & 0xFF) << value;
+    }
+  }
+}
+
+// Every opcode of every page with registers of any 32 bits, as a snapshot may bring them: what the pages look
+// tables up with stays in its range, and a register is whole until an instruction writes it, which makes 16
+// bits of it.
+TEST(RangeTest, AnyWideRegisters) {
+  const std::vector<std::vector<int>> pages = {{},     {0xCB},          {0xED},         {0xDD},
+                                               {0xFD}, {0xDD, 0xCB, 5}, {0xFD, 0xCB, 5}};
+  for (const int32_t value : {INT_MIN, -1, 0x12345, INT_MAX}) {
+    for (const auto& page : pages) {
+      for (int opcode = 0; opcode < 256; ++opcode) {
+        SCOPED_TRACE(testing::Message()
+                     << value << " page " << (page.empty() ? 0 : page[0]) << " opcode " << opcode);
+        TestMachine m;
+        Z80State& z80 = m->z80;
+        z80.IX = z80.IY = z80.SP = z80.I = z80.R = z80.IFF1 = z80.IFF2 = z80.IrqLine = value;
+        z80.IM = 1;
+        z80.PC = 0x4000;
+        int32_t at = 0x4000;
+        for (const int byte : page) Put(*m, at++, {byte});
+        Put(*m, at, {opcode, 0x12, 0x34});
+        Step(*m);
+        if (z80.PrefixState != 0) Step(*m);
+        for (size_t i = 0; i < kZ80Bytes; ++i) {
+          const int32_t top = kZ80Fields[i].name.find("Flag") != std::string_view::npos ? 1 : 255;
+          EXPECT_TRUE(z80.*kZ80Fields[i].field >= 0 && z80.*kZ80Fields[i].field <= top) << kZ80Fields[i].name;
+        }
+        for (const int32_t pair : {z80.IX, z80.IY, z80.SP})
+          EXPECT_TRUE(pair == value || (pair >= 0 && pair <= 0xFFFF));
+        EXPECT_TRUE(z80.R >= 0 && z80.R <= 256);  // 256 behind an acceptance
+        if (testing::Test::HasFailure()) return;
+      }
     }
   }
 }

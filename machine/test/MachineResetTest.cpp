@@ -44,6 +44,20 @@ TEST(MachineResetTest, Processor) {
   EXPECT_EQ(m->run.Cycles, 106);
 }
 
+TEST(MachineResetTest, AnUnknownOpcodeIsForgotten) {
+  TestMachine m;
+  m->screen.window.caption = "Unknown Opcode!";
+  m->screen.Label1 = "Unknown Opcode!";
+  MachineReset(*m);
+  EXPECT_EQ(m->screen.window.caption, "QUOLLEMU");
+  EXPECT_EQ(m->screen.Label1, "");
+  m->screen.window.caption = "something else";
+  m->screen.Label1 = "No sound device: Timer2";
+  MachineReset(*m);
+  EXPECT_EQ(m->screen.window.caption, "something else");
+  EXPECT_EQ(m->screen.Label1, "No sound device: Timer2");
+}
+
 TEST(MachineResetTest, WhatItLeavesAlone) {
   TestMachine m;
   Disturb(*m);

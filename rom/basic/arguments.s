@@ -94,12 +94,7 @@ num_store:
         ld      a,(FACC + 2)
         ld      (hl),a
         inc     hl
-        xor     a
-        ld      (hl),a
-        inc     hl
-        ld      (hl),a
-        inc     hl
-        ld      (hl),a
+        three_zeros
         inc     hl
         ret
 store_real:

@@ -114,10 +114,7 @@ pending_in:
         ld      hl,SADDR
 pending1:
         push    hl
-        ld      a,(hl)
-        inc     hl
-        ld      h,(hl)
-        ld      l,a
+        load_hl
         or      a
         sbc     hl,de
         jr      nc,pending2
@@ -146,10 +143,7 @@ move_pending:
         ex      de,hl                   ; DE = start
         ld      hl,SADDR
 moved1: push    hl
-        ld      a,(hl)
-        inc     hl
-        ld      h,(hl)
-        ld      l,a
+        load_hl
         push    hl
         or      a
         sbc     hl,de

@@ -60,10 +60,7 @@ fn_fn:  ld      a,(de)
         inc     de
         call    find_var
         jp      c,fn_undefined
-        ld      a,(hl)
-        inc     hl
-        ld      h,(hl)
-        ld      l,a
+        load_hl
         ld      a,b
         cp      (hl)
         jp      nz,fn_syntax
@@ -252,13 +249,7 @@ exchange2:
         call    str_assign
         jr      exchange4
 exchange3:
-        ld      a,(de)
-        ld      c,(hl)
-        ld      (hl),a
-        ld      a,c
-        ld      (de),a
-        inc     hl
-        inc     de
+        exchange_byte
         djnz    exchange3
 exchange4:
         pop     de

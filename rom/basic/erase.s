@@ -69,10 +69,7 @@ erase4: ld      a,(hl)                  ; HL = a link
         cp      b
         jr      z,erase6
 erase5: dec     hl
-        ld      a,(hl)
-        inc     hl
-        ld      h,(hl)
-        ld      l,a
+        load_hl
         jr      erase4
 erase6: pop     bc
         ld      (hl),b

@@ -24,13 +24,7 @@ eval_value:
         add     a,a
         jp      nc,ev_long
         inc     de
-        ld      l,a
-        ld      h,LETTERS >> 8
-        ld      a,(hl)
-        inc     hl
-        ld      h,(hl)
-        ld      l,a
-        or      h
+        letter_value
         jp      z,ev_small              ; a variable not yet there is 0
 
 ; Number at HL.
@@ -39,10 +33,7 @@ ev_load:
         or      a
         jp      nz,ev_real
         inc     hl
-        ld      a,(hl)
-        inc     hl
-        ld      h,(hl)
-        ld      l,a
+        load_hl
 ; Integer HL.
 ev_int: xor     a
         ld      (FACC),a
@@ -271,12 +262,7 @@ ev_marker:
         ex      de,hl
         jp      eval_done
 ev_word:
-        ex      de,hl
-        ld      e,(hl)
-        inc     hl
-        ld      d,(hl)
-        inc     hl
-        ex      de,hl
+        next_word
         jp      ev_int
 
 ; A = marker - 1 of an integer variable or element.
@@ -301,10 +287,7 @@ ev_whole2:
         call    array_element
         pop     bc
 ev_whole3:
-        ld      a,(hl)
-        inc     hl
-        ld      h,(hl)
-        ld      l,a
+        load_hl
         jp      ev_int
 
 ; A = marker - 1 of a variable or text constant.
@@ -338,10 +321,7 @@ ev_string:
         ld      a,(hl)
         ld      (SLEN),a
         inc     hl
-        ld      a,(hl)
-        inc     hl
-        ld      h,(hl)
-        ld      l,a
+        load_hl
         ld      (SADDR),hl
         jr      eval_text
 ev_constant:
@@ -424,10 +404,7 @@ ev_token:
         ld      hl,functions
         add     hl,bc
         add     hl,bc
-        ld      a,(hl)
-        inc     hl
-        ld      h,(hl)
-        ld      l,a
+        load_hl
         ld      a,c
         cp      TK_LEN - TK_NOT
         jr      nc,ev_function
@@ -445,10 +422,7 @@ ev_token2:
         ld      hl,functions2
         add     hl,bc
         add     hl,bc
-        ld      a,(hl)
-        inc     hl
-        ld      h,(hl)
-        ld      l,a
+        load_hl
         jp      (hl)
 
 ; PI, IN or TIME (A) may be a variable by now: then its value, for the expression whose B is on the stack. Comes back

@@ -21,12 +21,7 @@ line_number:
         cp      TK_LINE
         jp      nz,run_syntax
         inc     de
-        ex      de,hl
-        ld      e,(hl)
-        inc     hl
-        ld      d,(hl)
-        inc     hl
-        ex      de,hl
+        next_word
         ret
 
 ; HL = address of the line with number HL, else error. It is searched for only once, from the present line on if it
@@ -61,12 +56,7 @@ target1:
         ld      a,h
         or      l
         jr      z,target2
-        inc     hl
-        ld      a,(hl)
-        inc     hl
-        sub     e
-        ld      a,(hl)
-        sbc     a,d
+        compare_number
         dec     hl
         dec     hl
         jr      c,target3
@@ -102,12 +92,7 @@ from1:  ld      a,(hl)
         or      a
         jr      z,from_end
         ld      c,a
-        inc     hl
-        ld      a,(hl)
-        inc     hl
-        sub     e
-        ld      a,(hl)
-        sbc     a,d
+        compare_number
         jr      nc,from2
         dec     hl
         dec     hl
@@ -133,15 +118,7 @@ gosub_line:
         push    hl
         ld      a,CTL_GOSUB
         call    ctl_room
-        ld      (hl),e
-        inc     hl
-        ld      (hl),d
-        inc     hl
-        ld      bc,(CURLINE)
-        ld      (hl),c
-        inc     hl
-        ld      (hl),b
-        inc     hl
+        keep_place
         ld      (hl),CTL_GOSUB
         inc     hl
         ld      (CSP),hl
@@ -166,28 +143,26 @@ ctl_room:
 ctl_full:
         jp      memory_error
 
-; RETURN: loops begun in the subroutine are forgotten.
+; RETURN: loops begun in the subroutine are forgotten, but not by one without its GOSUB.
 st_return:
         ld      hl,(CSP)
+        ld      b,0
+return1:
         dec     hl
         ld      a,(hl)
         or      a
         jr      z,return_none
         inc     hl
         ld      c,a
-        ld      b,0
         sbc     hl,bc
-        ld      (CSP),hl
         cp      CTL_GOSUB
-        jr      nz,st_return
+        jr      nz,return1
+        ld      (CSP),hl
         ld      e,(hl)
         inc     hl
         ld      d,(hl)
         inc     hl
-        ld      a,(hl)
-        inc     hl
-        ld      h,(hl)
-        ld      l,a
+        load_hl
         ld      (CURLINE),hl
         ret
 return_none:

@@ -66,10 +66,7 @@ for5:   pop     hl
         or      a
         jr      nz,for6
         inc     hl
-        ld      a,(hl)
-        inc     hl
-        ld      h,(hl)
-        ld      l,a
+        load_hl
         call    fp_fromint
         jr      for7
 for6:   call    fp_load
@@ -125,15 +122,7 @@ drop_for:
 
 ; DE and CURLINE to (HL); HL behind. Changes A, BC.
 put_place:
-        ld      (hl),e
-        inc     hl
-        ld      (hl),d
-        inc     hl
-        ld      bc,(CURLINE)
-        ld      (hl),c
-        inc     hl
-        ld      (hl),b
-        inc     hl
+        keep_place
         ret
 
 ; The loop of the variable at BC (any if 0) among the records from the top down to a subroutine's: Z and IX =
@@ -171,9 +160,7 @@ st_next:
         jr      nz,next4
         inc     de
         call    simple_num
-next5:  ld      ix,(CSP)                ; most often that of the innermost loop
-        ld      a,(ix-1)
-        cp      CTL_FOR
+next5:  top_record CTL_FOR              ; most often that of the innermost loop
         jr      nz,next7
         ld      a,(ix-19)
         cp      l
@@ -241,9 +228,7 @@ next4:  cp      TK_VINT - 1
         jr      z,next6
         inc     a
         jp      m,next9
-        ld      ix,(CSP)                ; no variable: the innermost loop
-        ld      a,(ix-1)
-        cp      CTL_FOR
+        top_record CTL_FOR              ; no variable: the innermost loop
         jr      nz,next1
         jr      next10
 next9:  push    de
@@ -332,10 +317,15 @@ block_close:
         dec     a
         jr      z,block4
         cp      TK_VINT - 1
+        jr      z,block4
+        push    bc
+        push    de
+        inc     a
+        call    word_name
+        pop     de
+        pop     bc
         jr      nz,block3
-block4:
-        inc     de
-        call    skip_name
+block4: call    skip_token
 block3: ld      hl,DIMCOUNT
         dec     (hl)
         jr      z,block_found
@@ -364,9 +354,7 @@ block_none:
 
 ; WHILE condition ... WEND
 st_while:
-        ld      ix,(CSP)                ; come to by GOTO from inside: no second record
-        ld      a,(ix-1)
-        cp      CTL_WHILE
+        top_record CTL_WHILE            ; come to by GOTO from inside: no second record
         jr      nz,while1
         ld      a,(ix-5)
         cp      e
@@ -397,15 +385,18 @@ drop_while:
         ld      (CSP),hl
         ret
 
+; WEND: loops begun inside are given up, but not by one without its WHILE.
 st_wend:
         ld      ix,(CSP)
-        ld      a,(ix-1)
+        ld      bc,-CTL_FOR
+wend1:  ld      a,(ix-1)
         cp      CTL_FOR
-        jr      nz,wend1
-        call    drop_for
-        jr      st_wend
-wend1:  cp      CTL_WHILE
+        jr      nz,wend2
+        add     ix,bc
+        jr      wend1
+wend2:  cp      CTL_WHILE
         jr      nz,wend_none
+        ld      (CSP),ix
         push    de
         ld      hl,(CURLINE)
         push    hl

@@ -68,12 +68,7 @@ int_mod:
         ld      e,h
         bit     7,b
         jr      z,mod1
-        xor     a
-        sub     c
-        ld      c,a
-        sbc     a,a
-        sub     b
-        ld      b,a
+        negate_word b,c
 mod1:   bit     7,h
         call    nz,negate
         push    de

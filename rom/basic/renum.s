@@ -5,6 +5,15 @@
         .globl  renum_command
         .section .ext,"x"
 
+; The address of the line behind the one at DE, whose length is A, goes to the stack. Keeps HL.
+        .macro  keep_next_line
+        push    hl
+        ld      l,a
+        ld      h,0
+        add     hl,de
+        ex      (sp),hl
+        .endm
+
 ; What stands behind RENUM at DE, carried out. Changes everything.
 renum_command:
         ld      hl,10
@@ -142,11 +151,7 @@ renum6: ld      de,(PROGSTART)
 renum7: ld      a,(de)
         or      a
         ret     z
-        push    hl
-        ld      l,a
-        ld      h,0
-        add     hl,de
-        ex      (sp),hl                 ; stack: next line
+        keep_next_line
         inc     de
         ld      a,l
         ld      (de),a
@@ -167,11 +172,7 @@ new1:   ld      a,(de)
         or      a
         scf
         jr      z,new4
-        push    hl
-        ld      l,a
-        ld      h,0
-        add     hl,de
-        ex      (sp),hl                 ; stack: next line
+        keep_next_line
         inc     de
         ld      a,(de)
         cp      c

@@ -61,10 +61,7 @@ run_word:
         ld      c,a
         ld      b,0
         add     hl,bc
-        ld      a,(hl)
-        inc     hl
-        ld      h,(hl)
-        ld      l,a
+        load_hl
         ld      bc,run_next
         push    bc
         jp      (hl)

@@ -304,10 +304,7 @@ error2: ld      a,13
 ; The number of the line at HL to the screen. Changes everything.
 line_out:
         inc     hl
-        ld      a,(hl)
-        inc     hl
-        ld      h,(hl)
-        ld      l,a
+        load_hl
         jp      con_number
 in_line:
         .asciz  " in "

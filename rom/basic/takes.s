@@ -43,13 +43,7 @@ swap:
         ld      b,6
         jr      z,swap1
         ld      b,2
-swap1:  ld      a,(de)
-        ld      c,(hl)
-        ld      (hl),a
-        ld      a,c
-        ld      (de),a
-        inc     hl
-        inc     de
+swap1:  exchange_byte
         djnz    swap1
         pop     hl
         pop     de
@@ -140,10 +134,7 @@ mid2:   push    bc
         sys     str_assign
         pop     hl
         inc     hl
-        ld      a,(hl)
-        inc     hl
-        ld      h,(hl)
-        ld      l,a
+        load_hl
         pop     bc
         push    bc
         ld      c,b

@@ -108,10 +108,7 @@ find_var:
         add     a,a
         ld      l,a
         ld      h,CHAINS >> 8
-find1:  ld      a,(hl)
-        inc     hl
-        ld      h,(hl)
-        ld      l,a
+find1:  load_hl
         or      h
         jr      z,find_none
         push    hl
@@ -212,13 +209,7 @@ simple_num:
         add     a,a
         jr      nc,simple_long
         inc     de
-        ld      l,a
-        ld      h,LETTERS >> 8
-        ld      a,(hl)
-        inc     hl
-        ld      h,(hl)
-        ld      l,a
-        or      h
+        letter_value
         ret     nz
         ld      bc,6
         call    need_memory

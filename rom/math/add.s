@@ -5,14 +5,7 @@
 
 ; FACC = number at HL - FACC.
 fp_sub:
-        ld      a,(FACC)
-        or      (hl)
-        jr      nz,1f
-        inc     hl
-        ld      e,(hl)
-        inc     hl
-        ld      d,(hl)
-        ld      hl,(FACC + 1)
+        two_integers 1f
         ex      de,hl
         sbc     hl,de                   ; CF is 0 from the OR
         jp      pe,int_overflow
@@ -25,14 +18,7 @@ fp_sub:
 
 ; FACC = number at HL + FACC.
 fp_add:
-        ld      a,(FACC)
-        or      (hl)
-        jr      nz,float_add
-        inc     hl
-        ld      e,(hl)
-        inc     hl
-        ld      d,(hl)
-        ld      hl,(FACC + 1)
+        two_integers float_add
         adc     hl,de
         jp      pe,int_overflow
         ld      (FACC + 1),hl
@@ -86,13 +72,7 @@ float_add:
         jp      m,sub_mantissas
 
         call    shift_q
-        add     hl,de
-        exx
-        adc     hl,de
-        ld      a,b
-        adc     a,c
-        ld      b,a
-        exx
+        add_q
         pop     de
         ld      a,(FSIGN)
         ld      e,a
@@ -115,13 +95,7 @@ sub_mantissas:
         xor     a
         sub     c
         ld      c,a
-        sbc     hl,de
-        exx
-        sbc     hl,de
-        ld      a,b
-        sbc     a,c
-        ld      b,a
-        exx
+        subtract_q
         ld      a,(FSIGN)
         jr      nc,1f
         ex      de,hl                   ; the exponents were equal and Q was larger; no guard bits then
@@ -150,12 +124,7 @@ fp_norm:
         jp      m,fp_round
         jr      nz,3f
         exx
-        ld      a,h
-        or      l
-        exx
-        or      h
-        or      l
-        or      c
+        any_bits
         jp      z,fp_zero
 2:      ld      a,d
         sub     8

@@ -3,6 +3,24 @@
         .globl  fp_div, fp_tidy, int_quotient, negate
         .text
 
+; The divisor Q is taken from the rest P, whose top byte is A; CF = 1 when it was too large: put_back.
+        .macro  try_divisor
+        exx
+        or      a
+        sbc     hl,de
+        exx
+        sbc     hl,de
+        sbc     a,c
+        exx
+        .endm
+        .macro  put_back
+        add     hl,de
+        exx
+        adc     hl,de
+        adc     a,c
+        exx
+        .endm
+
 ; FACC = number at HL / FACC. An integer quotient of two small integers is a small integer.
 fp_div:
         ld      a,(FACC)
@@ -51,19 +69,9 @@ float_div:
         or      0x80
         set     7,b
         ld      c,b
-        exx
-        or      a
-        sbc     hl,de
-        exx
-        sbc     hl,de
-        sbc     a,c
-        exx
+        try_divisor
         jr      nc,3f
-        add     hl,de
-        exx
-        adc     hl,de
-        adc     a,c
-        exx
+        put_back
         ld      bc,FACC + 1
         push    bc
         ld      b,1                     ; B: bits of the quotient, the 1 before them ends the byte
@@ -85,33 +93,17 @@ float_div:
         jr      c,7f
         cp      c
         jr      c,8f
-        exx
-        or      a
-        sbc     hl,de
-        exx
-        sbc     hl,de
-        sbc     a,c
-        exx
+        try_divisor
         jr      c,6f
         scf
         rl      b
         jp      nc,5b
         jr      9f
-6:      add     hl,de
-        exx
-        adc     hl,de
-        adc     a,c
-        exx
+6:      put_back
         sla     b
         jp      nc,5b
         jr      9f
-7:      exx
-        or      a
-        sbc     hl,de
-        exx
-        sbc     hl,de
-        sbc     a,c
-        exx
+7:      try_divisor
         scf
         rl      b
         jp      nc,5b
@@ -129,12 +121,7 @@ float_div:
         jr      z,div_round
         ex      (sp),hl
         exx
-        ld      a,h
-        or      l
-        exx
-        or      h
-        or      l
-        or      c
+        any_bits
         ld      a,c
         ld      b,1
         jr      nz,5b
@@ -193,12 +180,7 @@ int_quotient:
         ld      (FSIGN),a
         bit     7,b
         jr      z,1f
-        xor     a
-        sub     c
-        ld      c,a
-        sbc     a,a
-        sub     b
-        ld      b,a
+        negate_word b,c
 1:      bit     7,h
         call    nz,negate
         ex      de,hl                   ; DE = dividend, then the quotient, HL = rest
@@ -282,10 +264,5 @@ int_quotient:
         jp      div_pack
 
 ; HL = -HL. Changes AF.
-negate: xor     a
-        sub     l
-        ld      l,a
-        sbc     a,a
-        sub     h
-        ld      h,a
+negate: negate_word h,l
         ret

@@ -35,23 +35,11 @@ x_mod:  push    hl
         exx
         ld      c,0                     ; C P = what is left
 2:      or      a
-        sbc     hl,de
-        exx
-        sbc     hl,de
-        ld      a,b
-        sbc     a,c
-        ld      b,a
-        exx
+        subtract_q
         jr      nc,3f
         bit     0,c
         jr      nz,3f
-        add     hl,de
-        exx
-        adc     hl,de
-        ld      a,b
-        adc     a,c
-        ld      b,a
-        exx
+        add_q
 3:      dec     b
         jr      z,4f
         add     hl,hl

@@ -3,6 +3,16 @@
         .globl  fp_mul, mul_8
         .text
 
+; The sum, top byte A, shifted right by a bit.
+        .macro  half_sum
+        rra
+        rr      h
+        rr      l
+        exx
+        rr      h
+        rr      l
+        .endm
+
 ; FACC = number at HL * FACC.
 fp_mul:
         ld      a,(FACC)
@@ -175,12 +185,7 @@ mul_40:
         exx
         adc     hl,de
         adc     a,c
-        rra
-        rr      h
-        rr      l
-        exx
-        rr      h
-        rr      l
+        half_sum
         djnz    1b
 2:      rr      c
         exx
@@ -188,12 +193,7 @@ mul_40:
         exx
         ret
 3:      exx
-        rra
-        rr      h
-        rr      l
-        exx
-        rr      h
-        rr      l
+        half_sum
         djnz    1b
         jr      2b
 4:      ld      c,l
@@ -218,21 +218,10 @@ int_mul:
         xor     d
         push    af                      ; S = sign of the product
         bit     7,h
-        jr      z,1f
-        xor     a
-        sub     l
-        ld      l,a
-        sbc     a,a
-        sub     h
-        ld      h,a
-1:      bit     7,d
+        call    nz,negate
+        bit     7,d
         jr      z,2f
-        xor     a
-        sub     e
-        ld      e,a
-        sbc     a,a
-        sub     d
-        ld      d,a
+        negate_word d,e
 2:      ld      a,h                     ; HL is to be the factor of one byte, if there is one
         or      a
         jr      z,3f
@@ -248,14 +237,8 @@ int_mul:
         bit     7,h
         jr      nz,4f
         pop     af
-        jp      p,9f
-        xor     a
-        sub     l
-        ld      l,a
-        sbc     a,a
-        sub     h
-        ld      h,a
-9:      ld      (FACC + 1),hl
+        call    m,negate
+        ld      (FACC + 1),hl
         ret
 4:      ld      e,a
         ld      d,0

@@ -101,14 +101,8 @@ int_norm:
         ex      de,hl
         ld      c,h
         bit     7,h
-        jr      z,1f
-        xor     a
-        sub     l
-        ld      l,a
-        sbc     a,a
-        sub     h
-        ld      h,a
-1:      ld      a,145
+        call    nz,negate
+        ld      a,145
         inc     h
         dec     h
         jr      nz,2f
@@ -184,14 +178,7 @@ fp_sgn:
 ; Compares the number at HL with FACC: Z equal, else NZ; CF = 1 when the number at HL is less. FACC keeps its
 ; value, but may become a float. Changes AF, BC, DE, HL.
 fp_cmp:
-        ld      a,(FACC)
-        or      (hl)
-        jr      nz,1f
-        inc     hl
-        ld      e,(hl)
-        inc     hl
-        ld      d,(hl)
-        ld      hl,(FACC + 1)
+        two_integers 1f
         ex      de,hl
         sbc     hl,de
         ld      a,h
@@ -215,12 +202,7 @@ fp_cmp:
         inc     hl
         ld      (hl),e
         inc     hl
-        xor     a
-        ld      (hl),a
-        inc     hl
-        ld      (hl),a
-        inc     hl
-        ld      (hl),a
+        three_zeros
         ld      hl,OPND
 2:      ld      a,(FACC)
         or      a

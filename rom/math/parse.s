@@ -221,13 +221,7 @@ times_10:
         rl      b
         call    double_p
         rl      b
-        add     hl,de
-        exx
-        adc     hl,de
-        ld      a,b
-        adc     a,c
-        ld      b,a
-        exx
+        add_q
         jr      nc,1f
         inc     b
 1:      call    double_p

@@ -3,10 +3,10 @@
         .globl  fp_print, fp_digits
         .text
 
-; FTEXT = FACC in decimal, ended by 0; HL = FTEXT. Ten significant digits without trailing zeros; from 1E-5 to
-; below 1E10 as it is, beyond with an exponent. "-" or nothing in front. FACC is changed.
-; Changes AF, BC, DE and the alternates.
-; fp_digits: the same with A significant digits, 6 to 14.
+; FTEXT = FACC in decimal, ended by 0; HL = FTEXT. Ten significant digits without trailing zeros, rounded once from
+; the exact value, half-way up; from 1E-5 to below 1E10 as it is, beyond with an exponent. "-" or nothing in front.
+; FACC is changed. Changes AF, BC, DE and the alternates.
+; fp_digits: the same with A significant digits, 6 to 14; with others than ten the last may be off by one.
 fp_print:
         ld      a,10
 fp_digits:
@@ -21,6 +21,8 @@ fp_digits:
         call    fp_neg
         pop     hl
 1:      push    hl
+        ld      hl,DIGITS
+        call    fp_store
         xor     a
         ld      (PDEXP),a
         ld      h,a
@@ -101,8 +103,7 @@ fp_digits:
         jr      1b
 
 2:      dec     de                      ; the digit behind the last one rounds it
-        ld      a,(de)
-        cp      '5'
+        ext     rounds_down
         jr      c,4f
 3:      ld      a,e
         cp      DIGITS_LOW

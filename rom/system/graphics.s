@@ -30,12 +30,7 @@ inside: ld      a,b
         cp      240
         ret     nc
         push    hl
-        ld      a,(WIDTH)
-        ld      l,a
-        ld      h,0
-        add     hl,hl
-        add     hl,hl
-        add     hl,hl
+        picture_width
         scf
         sbc     hl,de                   ; the last one less DE; a negative DE is a large one
         pop     hl
@@ -466,12 +461,7 @@ steps_in:
 steps1: ld      hl,0
         or      a
         ret
-steps2: xor     a
-        sub     l
-        ld      l,a
-        sbc     a,a
-        sub     h
-        ld      h,a
+steps2: negate_word h,l
         ld      a,c
         rla
         ret
@@ -549,12 +539,7 @@ distance:
 distance1:
         jp      m,distance3
 distance2:
-        xor     a
-        sub     l
-        ld      l,a
-        sbc     a,a
-        sub     h
-        ld      h,a
+        negate_word h,l
         scf
         ret
 distance3:

@@ -50,12 +50,7 @@ paint:  ld      (SEEDLOW),hl
         ld      hl,-ROOM
         add     hl,sp
         ld      (SEEDEND),hl
-        ld      a,(WIDTH)
-        ld      l,a
-        ld      h,0
-        add     hl,hl
-        add     hl,hl
-        add     hl,hl
+        picture_width
         ld      (PXEND),hl
         ld      (PX),de
         ld      a,(MODE)

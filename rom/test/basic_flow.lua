@@ -72,6 +72,13 @@ program("nested WHILE", [[
   40 while j<=i:print j;:j=j+1:wend
   50 i=i+1
   60 wend]], numbers {1, 1, 2, 1, 2, 3})
+program("WEND, RETURN and NEXT that fail leave the loops open", [[
+  10 on error goto 100
+  20 for i=1 to 2:wend
+  30 next:print "behind";i:while n<2:n=n+1:return
+  40 wend:for j=1 to 2:next k
+  50 next:print "end";j;n:end
+  100 print err;erl;:resume next]], " 30  20  30  20 behind 3\n 3  30  3  30  1  40  1  40 end 3  2")
 program("WHILE around FOR", "10 n=2:while n:for i=1 to n:print i;:next:n=n-1:wend", numbers {1, 2, 1})
 program("FOR left by WEND", [[
   10 n=3

@@ -6,24 +6,12 @@ b.boot()
 local kTimes = tonumber(os.getenv("QUOLL_GARBAGE") or 1)
 math.randomseed(tonumber(os.getenv("QUOLL_SEED") or 1980), 8)
 
-local kCurLine, kBreakKey, kCursorRow, kJoined = 0x1380, 0x0B08, 0x0B0A, 0x1210
+local kCurLine, kBreakKey = 0x1380, 0x0B08
 local kHeapLow, kEndCopy, kChains, kLetters, kCsp, kStackLow = 0x138A, 0x138C, 0x1500, 0x1400, 0x1388, 0x0400
 
--- Puts a line on the clear screen's first rows and presses Enter: faster than keys.
 local function line(text)
   TPrint.Text1 = ""                                         -- or it grows and grows
-  b.keys("\x0C")
-  for _ = 1, 3 do
-    Frames(1)
-    if MemImage[b.kHead] == MemImage[b.kTail] and MemImage[kCursorRow] == 0 then break end
-  end
-  local width = MemImage[b.kWidth]
-  text = text:sub(1, math.min(250, 20 * width))
-  for row = 0, (#text - 1) // width do
-    MemImage:set(b.kScreen + 64 * row, text:sub(row * width + 1, (row + 1) * width))
-    MemImage[kJoined + row] = row > 0 and 1 or 0
-  end
-  b.keys("\r")
+  b.put(text:sub(1, math.min(250, 20 * MemImage[b.kWidth])))
 end
 
 -- Waits for the prompt; a break key ends what takes too long, or waits for an answer.

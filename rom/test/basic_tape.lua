@@ -45,6 +45,21 @@ insert()
 b.check("LOAD without a name", ended(b.command("load", kLong)), "does not end")
 b.equal("the program is back again", image(), before)
 
+-- Bytes that machine code has put on the tape are no program.
+b.command("clear 40000")
+MemImage:set(40000, "\x21\0\x10\x11\x20\0\x3E\x01\xDD\x21\x60\x9C\xC3\xBC\xC0")       -- tape_save, type 1
+MemImage:set(40032, "bytes\0")
+b.check("bytes", ended(save("call 40000")), "does not end")
+for _, command in ipairs{"load", "verify"} do
+  insert()
+  answer = b.command(command .. ' "bytes"', kLong)
+  b.check(command .. " of bytes", answer:match("Wrong kind of file$"), answer)
+end
+b.equal("it has the error's number", b.command("print err"), " 54")
+b.command("clear 49152")
+b.equal("and the program is as it was", image(), before)
+b.check("SAVE once more", ended(save('save "prog"')), "does not end")
+
 -- Looking for another name is broken off by the End key, and the program is still there.
 insert()
 b.keys('\x0Cload "other"\r')

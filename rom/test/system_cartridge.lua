@@ -1,11 +1,10 @@
 -- A cartridge that begins with "QCRT" is started behind its mark, at cold and warm starts, and BASIC goes on when it
 -- returns. Any other is left alone.
-local s = dofile((arg[0]:match("^.*/") or "") .. "system_machine.lua")
+local here = arg[0]:match("^.*/") or ""
+local s, files = dofile(here .. "system_machine.lua"), dofile(here .. "../../script/test/files.lua")
 
 local function insert(bytes)
-  local file = assert(io.open("hello.crt", "wb"))
-  file:write(bytes .. ("\0"):rep(0x4000 - #bytes))
-  file:close()
+  files.write("hello.crt", bytes .. ("\0"):rep(0x4000 - #bytes))
   LoadCRT("./hello.crt")
 end
 

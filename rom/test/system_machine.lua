@@ -1,7 +1,8 @@
 -- The system ROM for its tests: start, calls through the table at 0xC080, screen, keys.
 --   local s = dofile((arg[0]:match("^.*/") or "") .. "system_machine.lua")
 -- A failed check is an error.
-local s = {}
+local check = dofile((arg[0]:match("^.*/") or "") .. "../../script/test/check.lua")
+local s = {equal = check.equal, is = check.is}
 
 -- System calls.
 s.con_out, s.con_str, s.con_column, s.con_width = 0xC080, 0xC083, 0xC086, 0xC089
@@ -21,16 +22,6 @@ s.kQueueHead, s.kQueueTail, s.kQueue = 0x0B1D, 0x0B1E, 0x1200
 s.kCode = 0x5000                     -- where calls are put together, in U1
 local kStack = 0x0A00
 local kVideo = 0x10000
-
-function s.equal(actual, expected, what)
-  if actual ~= expected then
-    error(string.format("%s: expected %s, got %s", what or "value", tostring(expected), tostring(actual)), 2)
-  end
-end
-
-function s.is(condition, what)
-  if not condition then error(what or "not so", 2) end
-end
 
 function s.word(address) return MemImage[address] + 256 * MemImage[address + 1] end
 

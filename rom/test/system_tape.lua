@@ -1,21 +1,12 @@
 -- Tape: what is saved comes back, names, types, sizes, verifying, damaged tapes, the break key.
-local s = dofile((arg[0]:match("^.*/") or "") .. "system_machine.lua")
+local here = arg[0]:match("^.*/") or ""
+local s, files = dofile(here .. "system_machine.lua"), dofile(here .. "../../script/test/files.lua")
+local read, write = files.read, files.write
 s.boot()
 
 local kData, kName, kSamples = 0x6000, 0x4F00, 45
 local E_MEMORY, E_BREAK, E_VERIFY, E_FILE = 5, 18, 20, 21
 
-local function read(name)
-  local file = assert(io.open(name, "rb"))
-  local bytes = file:read("a")
-  file:close()
-  return bytes
-end
-local function write(name, bytes)
-  local file = assert(io.open(name, "wb"))
-  file:write(bytes)
-  file:close()
-end
 
 local function name(text) MemImage:set(kName, text .. "\0") end
 

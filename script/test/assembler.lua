@@ -1,5 +1,6 @@
 package.path = arg[0]:match("^(.*/)") .. "?.lua;" .. package.path
 local check = require "check"
+local files = require "files"
 
 check.pageInRam()
 
@@ -64,12 +65,7 @@ check.equal(asse.Text6, "2710", "hex")
 
 -- Files.
 local folder = arg[1]
-local function read(name)
-  local file = assert(io.open(folder .. "/" .. name, "rb"))
-  local text = file:read("a")
-  file:close()
-  return text
-end
+local function read(name) return files.read(folder .. "/" .. name) end
 Compile("'\xC3\xA1\r\nnop")
 Click("xSave")
 check.equal(asse.Frame2, "SAVE", "caption")

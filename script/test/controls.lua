@@ -2,7 +2,7 @@ package.path = arg[0]:match("^(.*/)") .. "?.lua;" .. package.path
 local check = require "check"
 
 -- Menu ticks as the program starts with them.
-local ticked = {xSound = true, xUnDoc = true, xBasic = true, xS3 = true}
+local ticked = {xScreenDIB = true, xSound = true, xUnDoc = true, xBasic = true, xS3 = true}
 for _, name in ipairs({"xio0", "xio1", "xio2", "xio3", "xScreenBW", "xScreenDIB", "xScreenNoise", "xSound",
                        "xNoError", "xUnDoc", "x32KB", "xBasic", "xS1", "xS2", "xS3", "xS4", "xS5", "xS6"}) do
   check.equal(Menu[name], ticked[name] or false, name)

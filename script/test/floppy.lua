@@ -1,15 +1,10 @@
 -- The floppy card by its ports, as a program has it, and disk images in and out of the drive.
 package.path = arg[0]:match("^(.*/)") .. "?.lua;" .. package.path
 local check = require "check"
+local write = require("files").write
 
 local kSize = 0x5A000
 local kTrack = 4 * 512  -- by which the card reckons, whatever the disk's geometry
-
-local function write(name, bytes)
-  local file = assert(io.open(name, "wb"))
-  file:write(bytes)
-  file:close()
-end
 
 -- An image in which each sector differs from the others.
 local function pattern(size)

@@ -8,6 +8,7 @@ local here = arg[0]:match("^(.*/)")
 package.path = here .. "?.lua;" .. package.path
 local check = require "check"
 local program, roms, demos, folder, task = table.unpack(arg)
+Click("xScreenDIB")  -- the stored picture has gaps between its lines
 
 local kScreen, kColumns = 0x0C00, 64
 local kField, kHead, kWay = 0x7400, 0x7190, 0x7195           -- of the game

@@ -1,14 +1,8 @@
 package.path = arg[0]:match("^(.*/)") .. "?.lua;" .. package.path
 local check = require "check"
+local read = require("files").read
 
 local folder = arg[1]  -- where files may be written
-
-local function read(name)
-  local file = assert(io.open(name, "rb"))
-  local bytes = file:read("a")
-  file:close()
-  return bytes
-end
 
 -- Before the first picture: nothing in the box, a black border.
 local width, height, left, top, pixels = Picture()

@@ -1,6 +1,7 @@
 -- The printer: strobes by port and by BASIC, what scripts read of it, saving, printing, and a million bytes.
 package.path = arg[0]:match("^(.*/)") .. "?.lua;" .. package.path
 local check = require "check"
+local read = require("files").read
 
 local function print_(text)
   for i = 1, #text do
@@ -8,13 +9,6 @@ local function print_(text)
     PortOut(0x06, 0x00)
     PortOut(0x06, 0x80)
   end
-end
-
-local function read(name)
-  local file = assert(io.open(name, "rb"))
-  local bytes = file:read("a")
-  file:close()
-  return bytes
 end
 
 -- The strobe is bit 7 of port 6 being low; it takes the busy line down, which the next status read puts back.

@@ -21,6 +21,7 @@ local function draw(name, writes)
   SavePicture(arg[1] .. "/" .. name .. ".png")
 end
 
+Click("xScreenDIB")  -- which is on at the start
 place(64, 75, 2, 60, 66)
 CrtcRegs[12], CrtcRegs[13] = 0, 5
 draw("two_colours", {{0, 6, 0x80}, {0, 0, 0x02}, {0, 0x60, 0x00}, {0, 0x61, 0x55}, {12250, 0x60, 0x01},

@@ -1,18 +1,7 @@
 package.path = arg[0]:match("^(.*/)") .. "?.lua;" .. package.path
 local check = require "check"
-
-local function read(name)
-  local file = assert(io.open(name, "rb"))
-  local bytes = file:read("a")
-  file:close()
-  return bytes
-end
-
-local function write(name, bytes)
-  local file = assert(io.open(name, "wb"))
-  file:write(bytes)
-  file:close()
-end
+local files = require "files"
+local read, write = files.read, files.write
 
 check.pageInRam()
 

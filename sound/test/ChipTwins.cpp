@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 
 namespace quoll::test {
 
@@ -42,13 +43,10 @@ void SnTwins::HoldTone() {
 
 void SnTwins::ExpectEqual() const {
   TwinRandoms::ExpectEqual();
-  EXPECT_EQ(chip.SN_Reg, model.word);
-  EXPECT_EQ(chip.SN_Latch, model.latch);
-  EXPECT_EQ(chip.silent, model.silent);
-  EXPECT_EQ(chip.reseedCount, model.reseedCount);
-  EXPECT_EQ(chip.whiteNoise, model.own);
-  EXPECT_EQ(chip.phase, model.phase);
-  EXPECT_EQ(chip.toggle, model.toggle);
+  EXPECT_EQ(std::tie(chip.SN_Reg, chip.SN_Latch, chip.silent, chip.reseedCount, chip.whiteNoise, chip.phase,
+                     chip.toggle),
+            std::tie(model.word, model.latch, model.silent, model.reseedCount, model.own, model.phase,
+                     model.toggle));
   ExpectRows(model.voices, chip.voices, "voices");
   ExpectFrame(model.out, chip.SnOut, "SnOut");
 }
@@ -66,25 +64,19 @@ void AyTwins::HoldTone() {
 
 void AyTwins::ExpectEqual() const {
   TwinRandoms::ExpectEqual();
-  EXPECT_EQ(chip.AY_Reg, model.reg);
-  EXPECT_EQ(chip.latch, model.latch);
-  EXPECT_EQ(chip.silent, model.silent);
-  EXPECT_EQ(chip.envelopeModes, model.envelopeModes);
-  EXPECT_EQ(chip.AY_Phase, model.phase);
+  EXPECT_EQ(std::tie(chip.AY_Reg, chip.latch, chip.silent, chip.envelopeModes, chip.AY_Phase),
+            std::tie(model.reg, model.latch, model.silent, model.envelopeModes, model.phase));
   const AyState& state = chip.AY_State;
   for (int c = 0; c < 3; ++c) {
-    EXPECT_EQ(state.tone[c].frequency, model.tone[c].frequency) << c;
-    EXPECT_EQ(state.tone[c].period, model.tone[c].period) << c;
-    EXPECT_EQ(state.tone[c].level, model.tone[c].level) << c;
-    EXPECT_EQ(state.tone[c].mixer, model.tone[c].mixer) << c;
+    EXPECT_EQ(
+        std::tie(state.tone[c].frequency, state.tone[c].period, state.tone[c].level, state.tone[c].mixer),
+        std::tie(model.tone[c].frequency, model.tone[c].period, model.tone[c].level, model.tone[c].mixer))
+        << c;
   }
-  EXPECT_EQ(state.noiseFrequency, model.noiseFrequency);
-  EXPECT_EQ(state.noisePeriod, model.noisePeriod);
-  EXPECT_EQ(state.noiseValue, model.noiseValue);
-  EXPECT_EQ(state.envelopeFrequency, model.envelopeFrequency);
-  EXPECT_EQ(state.envelopePeriod, model.envelopePeriod);
-  EXPECT_EQ(state.envelopeValue, model.envelopeValue);
-  EXPECT_EQ(state.envelopeShape, model.envelopeShape);
+  EXPECT_EQ(std::tie(state.noiseFrequency, state.noisePeriod, state.noiseValue, state.envelopeFrequency,
+                     state.envelopePeriod, state.envelopeValue, state.envelopeShape),
+            std::tie(model.noiseFrequency, model.noisePeriod, model.noiseValue, model.envelopeFrequency,
+                     model.envelopePeriod, model.envelopeValue, model.envelopeShape));
   ExpectRows(model.rows, chip.AY_Rows, "AY_Rows");
   ExpectFrame(model.out, chip.AyOut, "AyOut");
 }
@@ -115,31 +107,27 @@ void SaaTwins::HoldTone() {
 
 void SaaTwins::ExpectEqual() const {
   TwinRandoms::ExpectEqual();
-  EXPECT_EQ(chip.latch, model.address);
-  EXPECT_EQ(chip.SAA_Amp, model.amp);
-  EXPECT_EQ(chip.SAA_Noise, model.noise);
-  EXPECT_EQ(chip.soundEnable, model.soundEnable);
-  EXPECT_EQ(chip.resetRequest, model.resetRequest);
-  EXPECT_EQ(chip.silent, model.silent);
+  EXPECT_EQ(
+      std::tie(chip.latch, chip.SAA_Amp, chip.SAA_Noise, chip.soundEnable, chip.resetRequest, chip.silent),
+      std::tie(model.address, model.amp, model.noise, model.soundEnable, model.resetRequest, model.silent));
   for (int c = 0; c < kSaaChannels; ++c) {
-    EXPECT_EQ(chip.SAA_Freq[c].frequency, model.freq[c].number) << c;
-    EXPECT_EQ(chip.SAA_Freq[c].octave, model.freq[c].octave) << c;
-    EXPECT_EQ(chip.SAA_Enable[c].tone, model.enable[c].tone) << c;
-    EXPECT_EQ(chip.SAA_Enable[c].noise, model.enable[c].noise) << c;
+    EXPECT_EQ(
+        std::tie(chip.SAA_Freq[c].frequency, chip.SAA_Freq[c].octave, chip.SAA_Enable[c].tone,
+                 chip.SAA_Enable[c].noise),
+        std::tie(model.freq[c].number, model.freq[c].octave, model.enable[c].tone, model.enable[c].noise))
+        << c;
   }
   for (int e = 0; e < 2; ++e) {
     const Saa1099::Envelope& own = chip.SAA_Env[e];
     const PlainSaa1099::Envelope& other = model.env[e];
-    EXPECT_EQ(own.enable, other.enable) << e;
-    EXPECT_EQ(own.invertRight, other.invertRight) << e;
-    EXPECT_EQ(own.externalClock, other.external) << e;
-    EXPECT_EQ(own.mode, other.mode) << e;
-    EXPECT_EQ(own.threeBit, other.threeBit) << e;
-    EXPECT_EQ(chip.SAA_EnvState.phase[e], model.envPhase[e]) << e;
+    EXPECT_EQ(std::tie(own.enable, own.invertRight, own.externalClock, own.mode, own.threeBit,
+                       chip.SAA_EnvState.phase[e]),
+              std::tie(other.enable, other.invertRight, other.external, other.mode, other.threeBit,
+                       model.envPhase[e]))
+        << e;
     EXPECT_EQ(chip.SAA_EnvState.level[e] != 0, model.envLevel[e] != 0) << e;  // no shape takes the size
   }
-  EXPECT_EQ(chip.SAA_Tone.phase, model.tonePhase);
-  EXPECT_EQ(chip.SAA_Tone.level, model.toneLevel);
+  EXPECT_EQ(std::tie(chip.SAA_Tone.phase, chip.SAA_Tone.level), std::tie(model.tonePhase, model.toneLevel));
   ExpectTurned(model.wave, chip.SaaWave, "SaaWave");
   ExpectTurned(model.left, chip.SaaLeft, "SaaLeft");
   ExpectTurned(model.right, chip.SaaRight, "SaaRight");
@@ -175,11 +163,8 @@ void OplTwins::HoldTone() {
 }
 
 void OplTwins::ExpectEqual() const {
-  EXPECT_EQ(chip.OPL_Reg, model.OPL_Reg);
-  EXPECT_EQ(chip.latch, model.latch);
-  EXPECT_EQ(chip.silent, model.silent);
-  EXPECT_EQ(chip.phases.modulator, model.modulatorPhase);
-  EXPECT_EQ(chip.phases.carrier, model.carrierPhase);
+  EXPECT_EQ(std::tie(chip.OPL_Reg, chip.latch, chip.silent, chip.phases.modulator, chip.phases.carrier),
+            std::tie(model.OPL_Reg, model.latch, model.silent, model.modulatorPhase, model.carrierPhase));
   const OplTables tables = OplTablesOf(chip.sounding);
   ExpectTurned(model.modulator, tables.modulator, "modulator");
   ExpectTurned(model.carrier, tables.carrier, "carrier");
@@ -200,10 +185,8 @@ void OpllTwins::HoldTone() {
 }
 
 void OpllTwins::ExpectEqual() const {
-  EXPECT_EQ(chip.OPLL_Reg, model.OPLL_Reg);
-  EXPECT_EQ(chip.latch, model.latch);
-  EXPECT_EQ(chip.silent, model.silent);
-  EXPECT_EQ(chip.phase, model.phase);
+  EXPECT_EQ(std::tie(chip.OPLL_Reg, chip.latch, chip.silent, chip.phase),
+            std::tie(model.OPLL_Reg, model.latch, model.silent, model.phase));
   ExpectTurned(model.work, chip.work, "work");
   ExpectFrame(model.Ym2413Out, chip.Ym2413Out, "Ym2413Out");
 }
@@ -258,49 +241,35 @@ void SidTwins::RenderModel() {
 namespace {
 
 void ExpectMemory(const SidMemory& own, const PlainSidMemory& other, const char* what) {
-  EXPECT_EQ(own.output, other.output) << what;
-  EXPECT_EQ(own.input, other.input) << what;
+  EXPECT_EQ(std::tie(own.output, own.input), std::tie(other.output, other.input)) << what;
 }
 
 void ExpectVoice(const SidVoice& own, const PlainSidVoice& other) {
-  EXPECT_EQ(own.frequency, other.frequency);
-  EXPECT_EQ(own.control, other.control);
-  EXPECT_EQ(own.attack, other.attack);
-  EXPECT_EQ(own.decay, other.decay);
-  EXPECT_EQ(own.sustain, other.sustain);
-  EXPECT_EQ(own.release, other.release);
-  EXPECT_EQ(own.attackStep, other.attackStep);
-  EXPECT_EQ(own.decayStep, other.decayStep);
-  EXPECT_EQ(own.sustainLevel, other.sustainLevel);
-  EXPECT_EQ(own.releaseStep, other.releaseStep);
-  EXPECT_EQ(own.pulseWidth, other.pulseWidth);
-  EXPECT_EQ(own.envelope, other.envelope);
+  EXPECT_EQ(
+      std::tie(own.frequency, own.control, own.attack, own.decay, own.sustain, own.release, own.attackStep,
+               own.decayStep, own.sustainLevel, own.releaseStep, own.pulseWidth, own.envelope),
+      std::tie(other.frequency, other.control, other.attack, other.decay, other.sustain, other.release,
+               other.attackStep, other.decayStep, other.sustainLevel, other.releaseStep, other.pulseWidth,
+               other.envelope));
 }
 
 }  // namespace
 
 void SidTwins::ExpectEqual() const {
   TwinRandoms::ExpectEqual();
-  EXPECT_EQ(chip.SID_Reg, model.SID_Reg);
-  EXPECT_EQ(chip.latch, model.latch);
+  EXPECT_EQ(std::tie(chip.SID_Reg, chip.latch), std::tie(model.SID_Reg, model.latch));
   for (int v = 0; v < kSidVoices; ++v) {
     SCOPED_TRACE(testing::Message() << "voice " << v);
     ExpectVoice(chip.SID_Voice[v], model.SID_Voice[v]);
     ExpectMemory(chip.lowPass[v], model.chipLowPass[v], "low pass");
     ExpectMemory(chip.highPass[v], model.chipHighPass[v], "high pass");
   }
-  EXPECT_EQ(chip.SidCutoff, model.SidCutoff);
-  EXPECT_EQ(chip.SidRoute, model.SidRoute);
-  EXPECT_EQ(chip.SidResonance, model.SidResonance);
-  EXPECT_EQ(chip.SidMode, model.SidMode);
-  EXPECT_EQ(chip.SidVolume, model.SidVolume);
-  EXPECT_EQ(chip.silent, model.silent);
-  EXPECT_EQ(chip.SidPhase, model.SidPhase);
-  EXPECT_EQ(chip.SidEnvState, model.SidEnvState);
-  EXPECT_EQ(chip.SidGate, model.SidGate);
-  EXPECT_EQ(chip.SidGateOld, model.SidGateOld);
-  EXPECT_EQ(chip.SidNoise, model.SidNoise);
-  EXPECT_EQ(chip.SidTestFreq, model.SidTestFreq);
+  EXPECT_EQ(std::tie(chip.SidCutoff, chip.SidRoute, chip.SidResonance, chip.SidMode, chip.SidVolume,
+                     chip.silent, chip.SidPhase, chip.SidEnvState, chip.SidGate, chip.SidGateOld,
+                     chip.SidNoise, chip.SidTestFreq),
+            std::tie(model.SidCutoff, model.SidRoute, model.SidResonance, model.SidMode, model.SidVolume,
+                     model.silent, model.SidPhase, model.SidEnvState, model.SidGate, model.SidGateOld,
+                     model.SidNoise, model.SidTestFreq));
   EXPECT_EQ(chip.cutoffPercent, std::nearbyint(model.lowPassShown));
   ExpectMemory(chip.postHighPass, model.postHighPass, "post high pass");
   ExpectMemory(chip.postLowPass, model.postLowPass, "post low pass");

@@ -186,7 +186,7 @@ TEST_F(TapeRecording, AFolderThatTakesNoFilesIsTold) {
     Record(true);
     ASSERT_EQ(host.messages.size(), 1U);
     EXPECT_EQ(host.messages[0].text, "Wav File create error");
-    EXPECT_TRUE(m.tvcmon.Check1);  // the box is as the user has set it
+    EXPECT_FALSE(m.tvcmon.Check1);  // nothing is recorded: the tick goes off
     m.tape.TapeLastCycle = 0;
     Edge(800);
     EXPECT_EQ(m.tape.TapeOutPos, 45 + 11);
@@ -197,16 +197,16 @@ TEST_F(TapeRecording, AFolderThatTakesNoFilesIsTold) {
   EXPECT_EQ(host.messages.size(), 1U);
 }
 
-TEST_F(TapeRecording, OneFileThatCantBeMadeLeavesTheOther) {
+TEST_F(TapeRecording, OneFileThatCantBeMadeEndsTheOther) {
   std::filesystem::create_directory(folder / "record.wav");
   Record(true);
   ASSERT_EQ(host.messages.size(), 1U);
   EXPECT_EQ(host.messages[0].text, "Wav File create error");
+  EXPECT_FALSE(m.tvcmon.Check1);
   LastEdge(0, Tape::kLow);
   Edge(0);
   SoundFrame(m);
-  Record(false);
-  EXPECT_EQ(Save(), Finished(kSaveHeader, {0xDC}));
+  EXPECT_EQ(Save(), Finished(kSaveHeader, {}));
 }
 
 TEST_F(TapeRecording, AFullDiskIsBornInSilence) {

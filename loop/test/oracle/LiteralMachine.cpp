@@ -56,6 +56,7 @@ void LiteralMachine::CpuReset() {
 
 // Memory and the undocumented switch outlive a reset.
 void LiteralMachine::MachineReset() {
+  if (Label1 == "Unknown Opcode!") Label1.clear();
   PortShadow.fill(0);
   KeyMatrix.fill(0);
   PortShadow[0x59] = 0xBF;

@@ -24,9 +24,7 @@ class Control(Expressions):
         self.go(line)
 
     def do_return(self):
-        if self.stack and all(entry[0] != "GOSUB" for entry in self.stack):
-            raise Unsettled("loops behind a RETURN that fails")
-        while self.stack:
+        while any(entry[0] == "GOSUB" for entry in self.stack):
             kind, *where = self.stack.pop()
             if kind == "GOSUB":
                 self.go(*where)
@@ -186,8 +184,6 @@ class Control(Expressions):
                 self.go(line, at)
                 self.free, self.arrived = True, False
                 return
-        if any(True for _ in self.open_entries()):
-            raise Unsettled("loops behind a WEND that fails")
         raise BasicError(WHILE_WEND)
 
     # Errors.

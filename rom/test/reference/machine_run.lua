@@ -4,7 +4,7 @@
 -- ("\r" for Enter). In the file of screens "S program columns" stands before the 24 rows, each behind a "|".
 local here = arg[0]:match("^.*/") or ""
 local b = dofile(here .. "../basic_machine.lua")
-local kCursorRow, kJoined, kBreakKey, kCurLine = 0x0B0A, 0x1210, 0x0B08, 0x1380
+local kBreakKey, kCurLine = 0x0B08, 0x1380
 local kLongest = 20000  -- frames of a program: 16 columns scroll much
 local kModes = {{2, 64}, {4, 32}, {16, 16}}
 
@@ -20,19 +20,8 @@ local function programs(path)
   return list
 end
 
--- Puts a line on the clear screen's first rows and presses Enter: faster than keys.
 local function line(text)
-  b.keys("\x0C")
-  for _ = 1, 5 do
-    Frames(1)
-    if MemImage[b.kHead] == MemImage[b.kTail] and MemImage[kCursorRow] == 0 then break end
-  end
-  local width = MemImage[b.kWidth]
-  for row = 0, (#text - 1) // width do
-    MemImage:set(b.kScreen + 64 * row, text:sub(row * width + 1, (row + 1) * width))
-    MemImage[kJoined + row] = row > 0 and 1 or 0
-  end
-  b.keys("\r")
+  b.put(text)
   return b.wait(500)
 end
 

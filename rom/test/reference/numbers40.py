@@ -7,7 +7,13 @@ from faults import BasicError, OVERFLOW, Unsettled
 DIGITS = 40
 LARGEST = 2 ** 127
 SMALLEST = Fraction(1, 2 ** 128)
+MOST_STEP = 13  # a constant's power of ten up to which reading it rounds once
 NUMBER = re.compile(r"(\d+\.?\d*|\.\d+)(E[+-]?\d+)?", re.I)
+
+
+class Constants:
+    """One that was read may be the number next to it; else what is printed is known in every digit."""
+    doubtful = False
 
 
 def whole(value):
@@ -47,11 +53,11 @@ def decimal(value, digits):
 
 
 def written(value):
-    """As STR$ gives it: ten digits, plain from 0.00001 to 9999999999."""
+    """As STR$ gives it: ten digits, half-way up, plain from 0.00001 to 9999999999."""
     if value == 0:
         return "0"
-    if decimal(value, 12)[0] % 100 in (49, 50, 51):
-        raise Unsettled("a number half-way between two that can be printed")
+    if Constants.doubtful and decimal(value, 12)[0] % 100 in (49, 50, 51):
+        raise Unsettled("a number half-way between two, from one that may be next to what was typed")
     number, power = decimal(value, 10)
     digits = str(number).rstrip("0")
     if power < -5 or power > 9:
@@ -72,6 +78,10 @@ def printed(value):
 
 def read(text):
     """The number that such a text stands for; the text fits NUMBER."""
+    digits, _, exponent = text.upper().partition("E")
+    behind = len(digits.partition(".")[2])
+    if abs(int(exponent or 0) - behind) > MOST_STEP or int(digits.replace(".", "")) >= 2 ** DIGITS:
+        Constants.doubtful = True
     return rounded(whole(Fraction(text.upper())))
 
 

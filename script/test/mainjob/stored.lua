@@ -2,5 +2,5 @@
 return {
   picture = "78244d532d6d6256",
   sound = "a117ab7c20f4c19d",
-  roms = "cab1687dd3954b27",
+  roms = "64ef6f38dd014e67",
 }
