@@ -8,7 +8,7 @@ std::string CreateMaps(CardLinks& links) {
     try {
       map.CreateMap(name, size);
     } catch (const MapError& failure) {
-      error = failure.what();
+      if (error.empty()) error = failure.what();
     }
   };
   create(links.sound, kSoundMap.name, kSoundMap.size);

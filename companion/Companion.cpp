@@ -9,6 +9,7 @@ namespace {
 // Milliseconds between two looks at record and port: 60 KB a second while bytes go through.
 constexpr int kBusyTick = 4;
 constexpr int kQuietTick = 20;
+constexpr int kIdleTick = 1000;  // nobody is at the other side, but the machine has not taken all
 constexpr int kLooksUntilQuiet = 100;
 
 }  // namespace
@@ -40,7 +41,10 @@ void Companion::Close() {
 
 void Companion::PortChanged() {
   TellLine(Record(), end.Line());
-  if (end.Device() != nullptr && !timer.isActive()) timer.start();
+  if (end.Device() != nullptr) {
+    looksInVain = 0;
+    timer.start(kBusyTick);
+  }
   if (changed) changed();
 }
 
@@ -49,7 +53,8 @@ void Companion::Tick() {
   end.AfterRead();
   if (end.Device() == nullptr && joint.toMachine.empty()) timer.stop();
   looksInVain = some ? 0 : std::min(looksInVain + 1, kLooksUntilQuiet);
-  const int interval = looksInVain < kLooksUntilQuiet ? kBusyTick : kQuietTick;
+  const int quiet = end.Device() != nullptr ? kQuietTick : kIdleTick;
+  const int interval = looksInVain < kLooksUntilQuiet ? kBusyTick : quiet;
   if (interval != timer.interval()) timer.setInterval(interval);  // which begins it anew
   if (some && moved) moved();
 }

@@ -1,5 +1,7 @@
 #include "companion/End.h"
 
+#include <poll.h>
+
 #include <QNetworkProxy>
 #include <QSerialPort>
 #include <QTcpServer>
@@ -36,6 +38,12 @@ bool Configure(QSerialPort& port, const SerialLine& line) {
          port.setDataBits(static_cast<QSerialPort::DataBits>(line.dataBits)) &&
          port.setParity(PortParity(line.parity)) && port.setStopBits(PortStopBits(line.halfStopBits)) &&
          port.setFlowControl(QSerialPort::NoFlowControl);
+}
+
+// Qt takes a read of nothing for nothing to read: of a port that is gone there is no other sign.
+bool HungUp(int descriptor) {
+  pollfd port{descriptor, 0, 0};
+  return poll(&port, 1, 0) > 0 && (port.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
 }
 
 // Objects that have just sent a signal must outlive it.
@@ -114,12 +122,16 @@ QString End::OpenSerialPort() {
   QObject::connect(serial.get(), &QSerialPort::errorOccurred, &callAgain,
                    [this](QSerialPort::SerialPortError error) {
                      if (error != QSerialPort::ResourceError) return;  // pulled out
-                     const QString text = settings.port + QStringLiteral(": ") + serial->errorString();
-                     Close();
-                     Tell(nullptr, text);
+                     SerialGone(serial->errorString());
                    });
   Tell(serial.get(), settings.port);
   return {};
+}
+
+void End::SerialGone(const QString& why) {
+  const QString text = settings.port + QStringLiteral(": ") + why;
+  Close();
+  Tell(nullptr, text);
 }
 
 QString End::OpenPseudoTerminal() {
@@ -175,6 +187,8 @@ void End::Call() {
 
 // What arrived before the other side went is still to be read.
 void End::AfterRead() {
+  if (serial && serial->bytesAvailable() == 0 && HungUp(serial->handle()))
+    return SerialGone(QStringLiteral("it is gone"));
   if (broken && socket->bytesAvailable() == 0) LineBroke();
 }
 

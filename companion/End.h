@@ -38,7 +38,8 @@ class End {
   uint16_t ListensAt() const;
   SerialLine Line() const;
 
-  // To be called after each read: lets a TCP line go that is broken and of which everything has been read.
+  // To be called after each read: lets a TCP line or a serial port go that is broken and of which everything
+  // has been read.
   void AfterRead();
 
   // Called whenever the device or the status has become another one.
@@ -46,6 +47,7 @@ class End {
 
  private:
   QString OpenSerialPort();
+  void SerialGone(const QString& why);
   QString OpenPseudoTerminal();
   QString OpenTcpListen();
   void OpenTcpConnect();

@@ -54,7 +54,8 @@ void Serve(CompanionRequest request, Companion& companion, Window* window) {
     case CompanionRequest::Close:
       if (window == nullptr) break;  // its port came from the command line and is all that it is for
       companion.Close();
-      window->hide();
+      // One that was started by hand has only its window to be ended by.
+      if (!QApplication::quitOnLastWindowClosed()) window->hide();
       break;
   }
 }
@@ -94,6 +95,7 @@ int Run(const Options& options) {
 }
 
 int Main(int argc, char** argv) {
+  EndSignals::Block();
   const bool windowless = std::any_of(argv, argv + argc, [](const std::string_view word) {
     return word == "--headless" || word == "--help" || word == "-h";
   });

@@ -23,11 +23,24 @@ std::unique_ptr<QSocketNotifier> WatchInputEnd(std::function<void()> ended) {
   return notifier;
 }
 
-EndSignals::EndSignals(std::function<void()> asked) {
+namespace {
+
+sigset_t TheEndSignals() {
   sigset_t signals;
   sigemptyset(&signals);
   for (const int number : {SIGTERM, SIGINT, SIGHUP}) sigaddset(&signals, number);
+  return signals;
+}
+
+}  // namespace
+
+void EndSignals::Block() {
+  const sigset_t signals = TheEndSignals();
   pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+}
+
+EndSignals::EndSignals(std::function<void()> asked) {
+  const sigset_t signals = TheEndSignals();
   descriptor = signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
   if (descriptor < 0) {
     pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);

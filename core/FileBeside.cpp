@@ -82,8 +82,9 @@ FileBeside::FileBeside(const fs::path& targetOfFile) : target(targetOfFile) {
     if (descriptor < 0 && errno == EEXIST) continue;
     error = descriptor < 0 ? errno : 0;
     if (descriptor < 0) return;
-    Lock(descriptor);  // a file system without locks does not clear up either
-    if (HasName(descriptor)) return;
+    // A file system without locks does not clear up either; who holds this one takes it for a leftover.
+    const bool taken = !Lock(descriptor) && errno == EWOULDBLOCK;
+    if (!taken && HasName(descriptor)) return;
     close(descriptor);
   }
 }

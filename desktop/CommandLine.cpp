@@ -31,10 +31,14 @@ CommandLine ReadCommandLine(std::span<const char* const> arguments) {
     const size_t sign = argument.find('=');
     const std::string_view name = argument.substr(0, sign);
     const auto value = [&]() -> std::string {
-      if (sign != std::string_view::npos) return std::string(argument.substr(sign + 1));
-      if (i + 1 < arguments.size()) return arguments[++i];
-      line.error = std::string(name) + " needs a value";
-      return {};
+      std::string given;
+      if (sign != std::string_view::npos) {
+        given = argument.substr(sign + 1);
+      } else if (i + 1 < arguments.size()) {
+        given = arguments[++i];
+      }
+      if (given.empty()) line.error = std::string(name) + " needs a value";
+      return given;
     };
     if (filesOnly || !argument.starts_with('-') || argument == "-") {
       line.files.emplace_back(argument);

@@ -50,9 +50,9 @@ int Main(QtHost& host, const CommandLine& line) {
   if (host.companionFolder.empty()) host.companionFolder = ExecutableFolder();
   host.extras = ReadExtras();
 
-  const FormWindows windows(host, *machine);
-  const StandingMachine standing(host);
-  const StartFiles files(host, line.files, line.run);
+  FormWindows windows(host, *machine);
+  StandingMachine standing(host);
+  StartFiles files(host, line.files, line.run);
   machine->screen.window.caption = "QUOLLEMU";
   ShowForm(machine->screen.window);
   host.PullViews(*machine);

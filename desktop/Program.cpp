@@ -2,7 +2,9 @@
 
 #include <QApplication>
 #include <cerrno>
+#include <clocale>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <vector>
@@ -36,6 +38,12 @@ int RunScript(const quoll::CommandLine& line) {
   return Complain(runner + ": " + std::strerror(errno));
 }
 
+// Without one the toolkit ends the program, before its own options are taken out of the line.
+bool HasDisplay() {
+  return std::getenv("DISPLAY") != nullptr || std::getenv("WAYLAND_DISPLAY") != nullptr ||
+         std::getenv("QT_QPA_PLATFORM") != nullptr;
+}
+
 std::span<const char* const> Arguments(int argc, char** argv) {
   return {argv + 1, static_cast<size_t>(argc > 0 ? argc - 1 : 0)};
 }
@@ -47,9 +55,11 @@ int main(int argc, char** argv) {
   const quoll::CommandLine first = quoll::ReadCommandLine(Arguments(argc, argv));
   if (first.help || first.version)
     return std::fputs(first.help ? quoll::kHelpText : quoll::kVersionText, stdout) < 0;
-  if (!first.script.empty()) return RunScript(first);
+  if (!first.script.empty()) return first.error.empty() ? RunScript(first) : Complain(first.error);
+  if (!first.error.empty() && !HasDisplay()) return Complain(first.error);
 
   QApplication application(argc, argv);  // takes its own options away
+  std::setlocale(LC_NUMERIC, "C");       // and the user's decimal comma: the machine's numbers have points
   QApplication::setApplicationName("QUOLLEMU");
   // The window's closing ends the program in its own way, and full screen hides it for a while.
   QApplication::setQuitOnLastWindowClosed(false);

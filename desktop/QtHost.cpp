@@ -196,9 +196,13 @@ std::string QtHost::Print(const std::string& printer, std::string_view text) {
 }
 
 std::string QtHost::AskForPrintFile() {
-  const QString name = QFileDialog::getSaveFileName(
-      QApplication::activeWindow(), QFileDialog::tr("Print to file"), "print.pdf", "PDF (*.pdf)");
-  return name.isEmpty() ? std::string() : WithExtension(name.toStdString(), ".pdf");
+  // The dialog itself completes the name, so that it asks before the right file is replaced.
+  QFileDialog dialog(QApplication::activeWindow(), QFileDialog::tr("Print to file"), {}, "PDF (*.pdf)");
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setDefaultSuffix("pdf");
+  dialog.selectFile("print.pdf");
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+  return dialog.selectedFiles().constFirst().toStdString();
 }
 
 void QtHost::Close() {

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "core/BinaryFile.h"
 #include "core/FolderList.h"
 #include "forms/FileActions.h"
 #include "machine/Machine.h"
@@ -25,7 +26,7 @@ void StartFiles::Pull(Machine& m) {
   if (m.loops == 0 || frame < kStarted) return;
   // Each is taken off the list before it is opened: a load may serve the user, and come here again.
   const std::vector<std::string> now = std::exchange(files, {});
-  for (const std::string& file : now) host.Guard([&] { OpenBySuffix(m, file); });
+  for (const std::string& file : now) host.Guard([&] { OpenBySuffix(m, FullName(file)); });
   if (!now.empty() && run) typist.Type(m, "RUN\n");
 }
 

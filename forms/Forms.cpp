@@ -15,6 +15,11 @@ template <auto kForm, auto kChip>
 void Draw(Machine& m, bool scopes) {
   if ((m.card.*kChip).silent == 0) DrawChip(m.*kForm, m.card.*kChip, scopes);
 }
+// A reset's frame is silent and is drawn all the same.
+void DrawSaa(Machine& m, bool scopes) {
+  const Saa1099& saa = m.card.saa;
+  if (saa.silent == 0 || saa.wasReset) DrawChip(m.fsaa, saa, scopes);
+}
 template <auto kForm, auto kControls>
 void Controls(const Machine& m, SoundCardControls& controls) {
   controls.*kControls = ChipControls(m.*kForm);
@@ -25,7 +30,7 @@ void Controls(const Machine& m, SoundCardControls& controls) {
 std::span<const ChipForm> ChipForms() {
   using Tell = SoundCardControls;
   static constexpr std::array kChipForms{
-      ChipForm{Controls<&Machine::fsaa, &Tell::saa>, Draw<&Machine::fsaa, &SoundCard::saa>},
+      ChipForm{Controls<&Machine::fsaa, &Tell::saa>, DrawSaa},
       ChipForm{nullptr, Draw<&Machine::fsn76489, &SoundCard::sn>},
       ChipForm{Controls<&Machine::fym3812, &Tell::opl>, Draw<&Machine::fym3812, &SoundCard::opl>},
       ChipForm{Controls<&Machine::fsid, &Tell::sid>, Draw<&Machine::fsid, &SoundCard::sid>},

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
-#include <span>
 
 #include "forms/Forms.h"
+#include "fuzz/Fuzz.h"
 #include "loop/SoundFrame.h"
 #include "machine/Machine.h"
 #include "machine/MachineInit.h"
@@ -68,7 +68,7 @@ void UseControl(Machine& m, Input& input) {
 }
 
 void StoreRegisters(SoundCard& card, Input& input) {
-  const int32_t word = input.Next() * 0x01030507;
+  const auto word = static_cast<int32_t>(input.Next() * 0x01030507U);
   card.sn.SN_Reg[input.Next() % card.sn.SN_Reg.size()] = word;
   card.ay.AY_Reg[input.Next() % card.ay.AY_Reg.size()] = word;
   card.sid.SID_Reg[input.Next() % card.sid.SID_Reg.size()] = word;
@@ -78,7 +78,9 @@ void StoreRegisters(SoundCard& card, Input& input) {
   card.saa.SAA_Noise[input.Next() % 2] = input.Next();
 }
 
-void Run(std::span<const uint8_t> bytes) {
+}  // namespace
+
+void Fuzz(std::span<const uint8_t> bytes) {
   static Host host;
   const auto m = std::make_unique<Machine>(host);
   m->screen.xio2 = true;
@@ -115,11 +117,4 @@ void Run(std::span<const uint8_t> bytes) {
   }
 }
 
-}  // namespace
-
 }  // namespace quoll
-
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  quoll::Run({data, size});
-  return 0;
-}

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "fuzz/Fuzz.h"
 #include "fuzz/Tiled.h"
 #include "sound/SidTune.h"
 
@@ -29,7 +30,9 @@ void CheckStep(const SidTune& tune, size_t before, const Sid6581& chip) {
     if (reg < 0 || reg > 0xFF) std::abort();
 }
 
-void Run(std::span<const uint8_t> input) {
+}  // namespace
+
+void Fuzz(std::span<const uint8_t> input) {
   if (input.empty()) return;
   const uint8_t flags = input[0];
   input = input.subspan(1);
@@ -58,11 +61,4 @@ void Run(std::span<const uint8_t> input) {
   if (!SidTuneStep(tune, format, chip).empty() || tune != SidTune{}) std::abort();
 }
 
-}  // namespace
-
 }  // namespace quoll
-
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  quoll::Run({data, size});
-  return 0;
-}

@@ -60,7 +60,8 @@ struct Saa1099 {
   uint8_t soundEnable = 0;   // bit 0 of register 28
   uint8_t resetRequest = 0;  // 1 = reset at the next sounding frame; bit 1 of register 28
 
-  uint8_t silent = 1;  // all twelve levels are 0
+  uint8_t silent = 1;     // all twelve levels are 0
+  bool wasReset = false;  // the last frame carried a reset out: silent as it is, it is drawn
   ToneState SAA_Tone;
   EnvelopeState SAA_EnvState;  // of the repeating shapes; the others begin anew in every frame
 

@@ -266,6 +266,7 @@ void ClearStages(Saa1099& saa) {
 }  // namespace
 
 void SaaRender(Saa1099& saa, const SaaControls& controls, Random& random) {
+  saa.wasReset = false;
   uint8_t levels = 0;
   for (const uint8_t level : saa.SAA_Amp) levels = static_cast<uint8_t>(levels + level);
   saa.silent = levels == 0 ? 1 : 0;
@@ -277,6 +278,7 @@ void SaaRender(Saa1099& saa, const SaaControls& controls, Random& random) {
   if (saa.resetRequest != 0) {
     SaaReset(saa);
     saa.resetRequest = 0;
+    saa.wasReset = true;
     ClearStages(saa);
   } else if (saa.soundEnable == 0) {
     ClearStages(saa);

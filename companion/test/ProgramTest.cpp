@@ -1,5 +1,7 @@
 // The program itself: how it starts, sleeps and ends, and that bytes survive it.
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <stdlib.h>
 #include <unistd.h>
 
 #include <QFile>
@@ -108,6 +110,22 @@ TEST(CompanionProgram, EndsInOrderWhenAskedTo) {
     EXPECT_EQ(program.process.exitStatus(), QProcess::NormalExit);
     EXPECT_FALSE(ReadLine(SerialView(card.memory.MapView, kSerialMapSize)).open);
   }
+}
+
+// A terminal whose other side goes is what a serial port is that is pulled out: reads give nothing for ever.
+TEST(CompanionProgram, APortThatIsGoneIsTold) {
+  const int other = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+  ASSERT_GE(other, 0);
+  ASSERT_EQ(grantpt(other), 0);
+  ASSERT_EQ(unlockpt(other), 0);
+  const QString port = QString::fromLocal8Bit(ptsname(other));
+  Program program(Map("gone"), {"--headless", "--port", port});
+  EXPECT_EQ(program.Line(), port);
+  close(other);
+  EXPECT_TRUE(program.Ends());
+  EXPECT_EQ(program.process.exitCode(), 1);
+  EXPECT_TRUE(program.Error().startsWith(QLatin1String("QUOLLserial: ") + port))
+      << program.Error().toStdString();
 }
 
 TEST(CompanionProgram, SecondOneGivesWay) {

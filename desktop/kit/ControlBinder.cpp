@@ -160,6 +160,8 @@ void ControlBinder::Bind(const ControlRef& ref, QAbstractButton* button) {
       SetTick(m, ref, checked || kind == ControlKind::Option);
     });
   });
+  // A screen reader's toggle is no click.
+  QObject::connect(button, &QAbstractButton::toggled, button, [this] { acted = true; });
   PullField<bool>(ref, [button](bool tick) {
     if (button->isChecked() != tick) button->setChecked(tick);
   });
@@ -243,6 +245,8 @@ void ControlBinder::Bind(const ControlRef& ref, FileList* list) {
                    [this, ref](int entry) { Act([&] { ChooseEntry(m, ref, entry); }); });
   QObject::connect(list, &FileList::Opened, list,
                    [this, ref](int entry) { Act([&] { DoubleClickEntry(m, ref, entry); }); });
+  // A press that chooses nothing moves the mark all the same.
+  QObject::connect(list, &QListWidget::currentRowChanged, list, [this] { acted = true; });
   pulls.emplace_back([this, ref, list] { list->Show(ListOf(m, *ref.control)); });
   BindLook(ref, list);
 }

@@ -40,7 +40,7 @@ void StandingMachine::Pull(Machine& m) {
 }
 
 void StandingMachine::ServeReset(Machine& m) {
-  m.run.CpuRunning = m.run.CpuError;
+  m.run.CpuRunning = m.screen.xS1 ? 0 : m.run.CpuError;
   RunLoop(m);
 }
 

@@ -259,7 +259,7 @@ void CPUmonWindow::Appear() {
   code->setFocus();
 }
 
-// What was typed and not entered is taken back.
+// What was typed into a register and not entered is taken back.
 void CPUmonWindow::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Escape) return host.Act(m, [this] { ++m.cpumon.shown.redraws; });
   ScrolledWindow::keyPressEvent(event);

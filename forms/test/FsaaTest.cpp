@@ -74,6 +74,20 @@ TEST_F(FsaaTest, AFolderThatTakesNoFilesIsBorneInSilence) {
   EXPECT_TRUE(host.messages.empty());
 }
 
+TEST_F(FsaaTest, TheFrameOfAResetIsDrawn) {
+  m.screen.xio2 = true;
+  for (const auto& [reg, value] : {std::pair(0, 0xFF), {8, 100}, {16, 4}, {20, 1}, {24, 0x8A}, {28, 1}}) {
+    SaaRegisterWrite(m.card.saa, 0x33, static_cast<uint8_t>(reg));
+    SaaRegisterWrite(m.card.saa, 0x32, static_cast<uint8_t>(value));
+  }
+  SoundFrame(m);
+  EXPECT_NE(m.fsaa.Label8, "_________");
+  m.card.saa.resetRequest = 1;
+  SoundFrame(m);
+  EXPECT_EQ(m.card.saa.silent, 1);
+  EXPECT_EQ(m.fsaa.Label8, "_________");
+}
+
 TEST_F(FsaaTest, TheLabelShowsTheFramesOfTheBlock) {
   EXPECT_EQ(m.fsaa.Label11, "");
   for (const int32_t frames : {5, 5, 2, -3, 9, 5}) {

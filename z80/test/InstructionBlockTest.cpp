@@ -33,7 +33,7 @@ TEST(Z80Block, TransfersMoveAByteAndStepTheirPairs) {
           b.Poke(de, {0x00});
           Place(b.s, hl, de, bc);
           SetFlags(b.s, flags);
-          ExpectEffect(b, {0xED, op}, [&](Z80State& want, Memory& memory) {
+          ExpectEffect(b, {0xED, op}, [&, hl = hl, de = de](Z80State& want, Memory& memory) {
             const bool up = op == 0xA0 || op == 0xB0;
             const int32_t left = Step(bc, false);
             memory[static_cast<size_t>(de)] = 0x9D;

@@ -145,10 +145,11 @@ TEST(Z80Flow, RelativeJumpsReachFromMinus126ToPlus129) {
     for (const int op : {0x18, 0x20, 0x28, 0x30, 0x38}) {
       b.Restart();
       b.s.FlagZ = op == 0x28 ? 1 : 0, b.s.FlagC = op == 0x38 ? 1 : 0;
-      ExpectEffect(b, {op, e}, [&](Z80State& want, Memory&) { want.PC = target; });
+      ExpectEffect(b, {op, e}, [target = target](Z80State& want, Memory&) { want.PC = target; });
     }
     b.Restart();
-    ExpectEffect(b, {0x10, e}, [&](Z80State& want, Memory&) { want.PC = target, want.B = 0x63; });
+    ExpectEffect(b, {0x10, e},
+                 [target = target](Z80State& want, Memory&) { want.PC = target, want.B = 0x63; });
   }
 }
 
@@ -190,7 +191,7 @@ TEST(Z80Flow, DjnzCountsWithoutFlags) {
   for (const auto& [from, to] : counts) {
     b.Restart();
     b.s.B = from;
-    ExpectEffect(b, {0x10, 0x10}, [&](Z80State& want, Memory&) { want.PC = 0x4012, want.B = to; });
+    ExpectEffect(b, {0x10, 0x10}, [to = to](Z80State& want, Memory&) { want.PC = 0x4012, want.B = to; });
   }
   b.Restart();
   b.s.B = 1;
@@ -305,7 +306,7 @@ TEST(Z80Flow, InterruptModesAndFlipFlops) {
   for (const auto& [op, mode] : modes) {
     b.Restart();
     b.s.IM = mode == 1 ? 0 : 1;
-    ExpectEffect(b, {0xED, op}, [&](Z80State& want, Memory&) { want.IM = mode; });
+    ExpectEffect(b, {0xED, op}, [mode = mode](Z80State& want, Memory&) { want.IM = mode; });
   }
   ExpectEffect(b, {0xFB}, [](Z80State& want, Memory&) { want.IFF1 = want.IFF2 = 1; });
   ExpectEffect(b, {0xF3}, [](Z80State& want, Memory&) { want.IFF1 = want.IFF2 = 0; });

@@ -223,11 +223,11 @@ TEST(Z80Loads, ExchangeOfEachFlagWithItsOwnAlternate) {
   for (const auto& [flag, alternate] : flags) {
     for (const auto& [f, a] : flags) b.s.*f = 0, b.s.*a = 0;
     b.s.*flag = 1;
-    ExpectEffect(b, {0x08}, [&](Z80State& want, Memory&) {
+    ExpectEffect(b, {0x08}, [flag = flag, alternate = alternate](Z80State& want, Memory&) {
       std::swap(want.A, want.A2);
       want.*flag = 0, want.*alternate = 1;
     });
-    ExpectEffect(b, {0x08}, [&](Z80State& want, Memory&) {
+    ExpectEffect(b, {0x08}, [flag = flag, alternate = alternate](Z80State& want, Memory&) {
       std::swap(want.A, want.A2);
       want.*flag = 1, want.*alternate = 0;
     });
